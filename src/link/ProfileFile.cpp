@@ -1,0 +1,183 @@
+#include "link/ProfileFile.h"
+
+#include <fstream>
+#include <iterator>
+#include <optional>
+#include <vector>
+
+namespace vk {
+
+namespace {
+
+std::string_view Trim(std::string_view text)
+{
+    const auto blank = [](char c) { return c == ' ' || c == '\t'; };
+    while (!text.empty() && blank(text.front()))
+        text.remove_prefix(1);
+    while (!text.empty() && blank(text.back()))
+        text.remove_suffix(1);
+    return text;
+}
+
+char Lower(char c)
+{
+    return (c >= 'A' && c <= 'Z') ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+bool SameName(std::string_view a, std::string_view b)
+{
+    if (a.size() != b.size())
+        return false;
+    for (std::size_t i = 0; i < a.size(); ++i)
+        if (Lower(a[i]) != Lower(b[i]))
+            return false;
+    return true;
+}
+
+// The name of a section line "[NAME]", or nothing for any other line.
+std::optional<std::string_view> SectionName(std::string_view line)
+{
+    const std::string_view text = Trim(line);
+    if (text.empty() || text.front() != '[')
+        return std::nullopt;
+    std::string_view name = text.substr(1);
+    if (const auto close = name.find(']'); close != std::string_view::npos)
+        name = name.substr(0, close);
+    return Trim(name);
+}
+
+struct KeyLine {
+    std::string_view key;
+    std::string_view value;
+};
+
+// The key and value of a line "KEY=value", or nothing for any other line
+// (blank lines, section lines, lines without '=').
+std::optional<KeyLine> KeyValue(std::string_view line)
+{
+    if (SectionName(line))
+        return std::nullopt;
+    const auto equals = line.find('=');
+    if (equals == std::string_view::npos)
+        return std::nullopt;
+    return KeyLine{Trim(line.substr(0, equals)), Trim(line.substr(equals + 1))};
+}
+
+// The lines of the file without their ends; CRLF and LF both end a line.
+// A missing file gives no lines and counts as read.
+bool ReadLines(const std::filesystem::path& path, std::vector<std::string>& lines)
+{
+    lines.clear();
+    std::error_code error;
+    if (!std::filesystem::exists(path, error))
+        return !error;
+    std::ifstream in(path, std::ios::binary);
+    if (!in)
+        return false;
+    const std::string content{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+    if (in.bad())
+        return false;
+    std::size_t start = 0;
+    while (start < content.size()) {
+        std::size_t end = content.find('\n', start);
+        const std::size_t next = (end == std::string::npos) ? content.size() : end + 1;
+        if (end == std::string::npos)
+            end = content.size();
+        std::size_t stop = end;
+        if (stop > start && content[stop - 1] == '\r')
+            --stop;
+        lines.emplace_back(content, start, stop - start);
+        start = next;
+    }
+    return true;
+}
+
+bool WriteLines(const std::filesystem::path& path, const std::vector<std::string>& lines)
+{
+    std::string content;
+    for (const std::string& line : lines) {
+        content += line;
+        content += "\r\n";
+    }
+    std::ofstream out(path, std::ios::binary | std::ios::trunc);
+    if (!out)
+        return false;
+    out.write(content.data(), static_cast<std::streamsize>(content.size()));
+    out.close();
+    return !out.fail();
+}
+
+std::string CutToBuffer(std::string_view text)
+{
+    return std::string(text.substr(0, ProfileBufferLength - 1));
+}
+
+} // namespace
+
+bool WriteProfileString(std::string_view section, std::string_view key, std::string_view value,
+                        const std::filesystem::path& path)
+{
+    std::vector<std::string> lines;
+    if (!ReadLines(path, lines))
+        return false;
+
+    std::string keyLine(key);
+    keyLine += '=';
+    keyLine += value;
+
+    std::size_t i = 0;
+    while (i < lines.size()) {
+        const auto name = SectionName(lines[i]);
+        if (name && SameName(*name, section))
+            break;
+        ++i;
+    }
+
+    if (i == lines.size()) {
+        lines.push_back("[" + std::string(section) + "]");
+        lines.push_back(std::move(keyLine));
+        return WriteLines(path, lines);
+    }
+
+    // Inside the section: replace the key where it stands, or add it after
+    // the last line of the section that is not blank.
+    std::size_t lastFilled = i;
+    for (std::size_t j = i + 1; j < lines.size() && !SectionName(lines[j]); ++j) {
+        if (const auto entry = KeyValue(lines[j]); entry && SameName(entry->key, key)) {
+            std::string replaced(entry->key);
+            replaced += '=';
+            replaced += value;
+            lines[j] = std::move(replaced);
+            return WriteLines(path, lines);
+        }
+        if (!Trim(lines[j]).empty())
+            lastFilled = j;
+    }
+    lines.insert(lines.begin() + static_cast<std::ptrdiff_t>(lastFilled + 1), std::move(keyLine));
+    return WriteLines(path, lines);
+}
+
+std::string ReadProfileString(std::string_view section, std::string_view key, std::string_view defaultValue,
+                              const std::filesystem::path& path)
+{
+    std::vector<std::string> lines;
+    if (!ReadLines(path, lines))
+        return CutToBuffer(defaultValue);
+
+    bool inSection = false;
+    for (const std::string& line : lines) {
+        if (const auto name = SectionName(line)) {
+            if (inSection)
+                break;
+            inSection = SameName(*name, section);
+            continue;
+        }
+        if (!inSection)
+            continue;
+        if (const auto entry = KeyValue(line); entry && SameName(entry->key, key))
+            return CutToBuffer(entry->value);
+    }
+    return CutToBuffer(defaultValue);
+}
+
+} // namespace vk

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+namespace vk {
+
+// Key-by-key access to an INI-format text file: a section line "[NAME]"
+// followed by lines "KEY=value". Both copies of the program exchange such
+// files, so the text format and the rules below are part of the wire format.
+//
+// Sections and keys are matched without regard to (ASCII) case; blanks and
+// tabs around a section name, a key or a value are not part of it. Lines are
+// read with CRLF or LF ends alike and always written with CRLF. Text is
+// treated as single bytes and passed through unchanged.
+
+// Length of the buffer every read goes through, its terminator included:
+// a value read back never has more than ProfileBufferLength - 1 characters.
+inline constexpr std::size_t ProfileBufferLength = 1000;
+
+// Writes one key. Creates the file and the section when they are missing,
+// replaces the value of an existing key where it stands, and adds a missing
+// key at the end of its section. The whole file is rewritten for each call.
+// Returns false when the file could not be read or written; callers of the
+// game ignore that, as a failed write simply leaves the other side waiting.
+bool WriteProfileString(std::string_view section, std::string_view key, std::string_view value,
+                        const std::filesystem::path& path);
+
+// Reads one key: its value, or defaultValue when the file, the section or
+// the key is missing. Either way cut to ProfileBufferLength - 1 characters.
+std::string ReadProfileString(std::string_view section, std::string_view key, std::string_view defaultValue,
+                              const std::filesystem::path& path);
+
+} // namespace vk
