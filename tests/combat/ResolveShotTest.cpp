@@ -127,6 +127,22 @@ TEST(ResolveShot, EmptyVehicleGoesToMinusOneAndAddsAPrisoner)
     EXPECT_EQ(ResolveShot(state, 1, 1), ShotResult::Captured);
     EXPECT_EQ(state.VehicleCompanies(2, 1), -2);
     EXPECT_EQ(state.PrisonCompanies(2), 2);
+    EXPECT_EQ(state.VehicleTag(2, 1), "kanon_2_-2_w");
+}
+
+// Below zero the number takes two characters; the heading and the mark keep
+// their places at the end of the tag, so such a vehicle never reads as a carrier.
+TEST(ResolveShot, EmptyInfantryBelowZeroNeverReadsAsAFlagCarrier)
+{
+    BoardState state = StartPosition(1);
+    PutOnRoad(state, 2, 4, 33, 0, 0, 0);
+    for (int hit = 1; hit <= 4; ++hit)
+        EXPECT_EQ(ResolveShot(state, 1, 4), ShotResult::Captured) << hit;
+    EXPECT_EQ(state.VehicleCompanies(2, 4), -4);
+    EXPECT_EQ(state.VehicleTag(2, 4), "infanterie_2_-4_0_n");
+    EXPECT_EQ(state.FlagCarried(2), 0);
+    EXPECT_EQ(state.FlagReserve(2), 5);
+    EXPECT_EQ(state.PrisonCompanies(2), 4);
 }
 
 // Edge case: two shots in one turn at the same vehicle.
