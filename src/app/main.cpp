@@ -1,7 +1,102 @@
+// Valkenhorn: entry point. Starts the automation interface when asked, builds
+// the main window and runs its start-up inside the event loop.
+
+#include "shell/AutomationServer.h"
+#include "shell/FaultReport.h"
+#include "shell/Global.h"
+#include "shell/RunTimeFault.h"
+#include "shell/StartUp.h"
+#include "ui/Controls.h"
+#include "ui/Hoofdvenster.h"
+
 #include <QApplication>
+#include <QFont>
+#include <QTimer>
+
+#include <cstdio>
+#include <exception>
+
+namespace {
+
+// The last line of defence: a fault that escapes an event handler still ends
+// the program through the fault report.
+class ValkenhornApplication : public QApplication {
+public:
+    using QApplication::QApplication;
+    bool notify(QObject* receiver, QEvent* event) override
+    {
+        try {
+            return QApplication::notify(receiver, event);
+        } catch (const std::exception& error) {
+            vk::ReportFaultAndExit(QString::fromStdString(error.what()));
+        }
+    }
+};
+
+QVariantMap WindowState(const vk::Hoofdvenster& window)
+{
+    const vk::WindowValues& v = window.V;
+    QVariantMap state;
+    state.insert(QStringLiteral("GamePhase"), v.GamePhase);
+    state.insert(QStringLiteral("TurnNumber"), v.TurnNumber);
+    state.insert(QStringLiteral("LocalSide"), v.LocalSide);
+    state.insert(QStringLiteral("ExternalSide"), v.ExternalSide);
+    state.insert(QStringLiteral("BoardSide"), v.BoardSide);
+    state.insert(QStringLiteral("GameRunning"), v.GameRunning);
+    state.insert(QStringLiteral("LinkBusy"), vk::Global().LinkBusy);
+    state.insert(QStringLiteral("InputLock"), v.InputLock);
+    state.insert(QStringLiteral("BoardBusy"), v.BoardBusy);
+    state.insert(QStringLiteral("SelectedUser"), v.SelectedUser);
+    state.insert(QStringLiteral("BoardText"), vk::Global().BoardText);
+    state.insert(QStringLiteral("Dice1"), v.Dice1);
+    state.insert(QStringLiteral("Dice2"), v.Dice2);
+    state.insert(QStringLiteral("MinWidth"), v.MinWidth);
+    state.insert(QStringLiteral("MinHeight"), v.MinHeight);
+    state.insert(QStringLiteral("ExtUsersCount"), vk::Global().ExtUsersCount);
+    state.insert(QStringLiteral("ProgramFolder"), vk::Global().ProgramFolder);
+    state.insert(QStringLiteral("DataFolder"), vk::Global().DataFolder);
+    state.insert(QStringLiteral("SoundHandles"),
+                 QVariantList{v.Sound.SoundHandles[0], v.Sound.SoundHandles[1], v.Sound.SoundHandles[2]});
+    return state;
+}
+
+} // namespace
 
 int main(int argc, char* argv[])
 {
-    QApplication app(argc, argv);
-    return 0;
+    ValkenhornApplication app(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("Valkenhorn"));
+    QApplication::setOrganizationName(QStringLiteral("Valkenhorn"));
+    // Frames and buttons in a sans serif close to the design's.
+    QFont font(QStringLiteral("Liberation Sans"));
+    font.setPixelSize(11);
+    font.setStyleHint(QFont::SansSerif);
+    QApplication::setFont(font);
+
+    QString automationPath;
+    const QStringList arguments = QApplication::arguments();
+    for (int i = 1; i < arguments.size(); ++i) {
+        if (arguments[i] == QLatin1String("--automation") && i + 1 < arguments.size()) {
+            automationPath = arguments[++i];
+        } else {
+            std::fprintf(stderr, "usage: valkenhorn [--automation SOCKET]\n");
+            return 2;
+        }
+    }
+
+    vk::AutomationServer* automation = nullptr;
+    if (!automationPath.isEmpty()) {
+        automation = vk::AutomationServer::Start(automationPath, &app);
+        if (!automation)
+            return 2;
+    }
+
+    vk::Hoofdvenster window;
+    if (automation) {
+        automation->SetControls(&window.Controls(), &window);
+        automation->SetStateProvider([&window] { return WindowState(window); });
+    }
+
+    QTimer::singleShot(0, &window, [&window] { vk::Guarded([&window] { vk::RunStartUp(window); }); });
+    return app.exec();
 }

@@ -1,0 +1,45 @@
+#pragma once
+
+// Application-wide values that live for the whole run: the program's names and
+// folders, the list of external players, the board text and the link's busy flag.
+
+#include <QString>
+#include <QStringList>
+#include <QVector>
+
+namespace vk {
+
+struct GlobalValues {
+    QString AppTitle = QStringLiteral("Valkenhorn");
+    QString SettingsSection = QStringLiteral("DropBox");
+    // Folders always end in "/".
+    QString ProgramFolder;
+    QString AppDataFolder;
+    QString DataFolder;
+    QString ArmyImageFolder[2];   // index 0 belongs to Side 1 (green), 1 to Side 2 (brown)
+    QString LogPath;
+
+    // Set while a dialog or the shutdown must not be disturbed by the poll.
+    bool LinkBusy = false;
+
+    // The running text of the message board: empty hides the board.
+    QString BoardText;
+
+    // The external players, 1-based parallel lists of length ExtUsersCount
+    // (element 0 is unused).
+    int ExtUsersCount = 0;
+    QStringList Folder{QString()};
+    QStringList External_User{QString()};
+    QVector<bool> Active{false};
+};
+
+GlobalValues& Global();
+
+// The path with "/" added unless it already ends in one. The Windows design
+// spoke of a backslash; on this platform the separator is "/".
+QString WithBackslash(const QString& path);
+
+// True exactly when the file's date and time can be read.
+bool FileExists(const QString& path);
+
+} // namespace vk

@@ -1,0 +1,161 @@
+#include "shell/StartUp.h"
+
+#include "shell/Clock.h"
+#include "shell/FaultReport.h"
+#include "shell/Global.h"
+#include "shell/RunLog.h"
+#include "shell/SingleInstance.h"
+#include "ui/Dialogs.h"
+#include "ui/Hoofdvenster.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QGuiApplication>
+#include <QStandardPaths>
+#include <QStyleHints>
+
+#include <cmath>
+
+namespace vk {
+
+namespace {
+
+void Refresh(Hoofdvenster& window)
+{
+    window.repaint();
+    PumpInterface();
+}
+
+} // namespace
+
+QString FindProgramFolder()
+{
+    const QString own = QCoreApplication::applicationDirPath();
+    if (QFileInfo::exists(own + QStringLiteral("/groen_leger")))
+        return WithBackslash(own);
+    const QString installed = QDir::cleanPath(own + QStringLiteral("/../share/valkenhorn"));
+    if (QFileInfo::exists(installed + QStringLiteral("/groen_leger")))
+        return WithBackslash(installed);
+    return WithBackslash(own);
+}
+
+QString FindAppDataFolder()
+{
+    QString folder = qEnvironmentVariable("XDG_DATA_HOME");
+    if (folder.isEmpty() || QDir::isRelativePath(folder))
+        folder = QDir::homePath() + QStringLiteral("/.local/share");
+    return WithBackslash(folder);
+}
+
+void RunStartUp(Hoofdvenster& window)
+{
+    GlobalValues& g = Global();
+
+    // 1. One copy per data folder.
+    const QString appDataFolder = FindAppDataFolder();
+    const QString dataFolder = appDataFolder + g.AppTitle + QLatin1Char('/');
+    if (PreviousInstanceRunning(dataFolder)) {
+        MessageBox(QStringLiteral("Valkenhorn is al gestart!"));
+        EndProcess(0);
+    }
+
+    // 2., 3. Names, and the mark of the running copy.
+    g.AppTitle = QStringLiteral("Valkenhorn");
+    g.SettingsSection = QStringLiteral("DropBox");
+    MarkRunningInstance(dataFolder);
+
+    // 4. to 6. Folders.
+    g.ProgramFolder = FindProgramFolder();
+    g.AppDataFolder = appDataFolder;
+    g.ArmyImageFolder[0] = g.ProgramFolder + QStringLiteral("groen_leger/");
+    g.ArmyImageFolder[1] = g.ProgramFolder + QStringLiteral("bruin_leger/");
+    QDir().mkpath(g.AppDataFolder + g.AppTitle);
+    g.DataFolder = WithBackslash(g.AppDataFolder + g.AppTitle);
+
+    // 7. The run log.
+    g.LogPath = g.DataFolder + g.AppTitle + QStringLiteral(".log");
+    OpenRunLog(g.LogPath);
+    if (TimeScale() != 1.0)
+        LogAt(QStringLiteral("running with time scale %1 (for tests) at ").arg(TimeScale()));
+
+    // 8. The splash, centred.
+    window.Speelveld->Move(0, 0, 11630, 5720);
+    window.Speelveld->SetPicture(g.ProgramFolder + QStringLiteral("splash.gif"));
+    window.CentreOnScreen();
+
+    // 9.
+    LogAt(QStringLiteral("Showing splash screen at "));
+    window.show();
+    Refresh(window);
+
+    // 10. Sound.
+    window.ESound1->SetWindow(&window);
+    Init_Sound(*window.ESound1, window.V.Sound, g.ProgramFolder);
+
+    // 11.
+    window.V.MinWidth = MinWindowWidth;
+    window.V.MinHeight = MinWindowHeight;
+
+    // 12. The splash lasts as long as the intro sound.
+    WaitMs(500);
+    Speel(*window.ESound1, window.V.Sound, SoundIntro);
+    WaitMs(5800);
+
+    // 13.
+    LogAt(QStringLiteral("Hiding splash screen at "));
+    window.hide();
+
+    // 14.
+    LogAt(QStringLiteral("Loading playboard at "));
+    window.V.BoardSide = 1;
+    window.Speelveld->SetPicture(g.ArmyImageFolder[window.V.BoardSide - 1] + QStringLiteral("yambo_1.bmp"));
+    Refresh(window);
+    WaitMs(1000);
+
+    // 15. The maximised pass is the test of the screen.
+    LogAt(QStringLiteral("Testing requirements of computer screen at "));
+    window.SetShowState(WindowShowState::Maximised);
+    window.SetShowState(WindowShowState::Normal);
+    window.Form_Resize();
+
+    // 16.
+    LogAt(QStringLiteral("Positioning program window at "));
+    window.CentreOnScreen();
+
+    // 17.
+    window.Speelveld->Move(window.Speelveld->Left(), window.Speelveld->Top(), 25300, 13210);
+
+    // 18. to 20.
+    LogAt(QStringLiteral("Initiating program data at "));
+    window.V.GameRunning = false;
+    window.VehDblClickTimer->SetInterval(
+        static_cast<int>(std::lround(QGuiApplication::styleHints()->mouseDoubleClickInterval() * 1.2)));
+
+    // 21. The game data of the armies join here.
+
+    // 22.
+    LogAt(QStringLiteral("Showing program window at "));
+    window.show();
+    Refresh(window);
+
+    // 23., 24.
+    LogAt(QStringLiteral("Enabling scroll timer at "));
+    window.Scroll_Timer->SetEnabled(true);
+
+    // 25. The player initiation joins here; it ends by starting Action_Timer.
+    LogAt(QStringLiteral("Initiating players at "));
+
+    // 26.
+    window.cmdStart->SetEnabled(false);
+    window.cmdDisconnect->SetEnabled(false);
+
+    // 27. The dice table joins here.
+    LogAt(QStringLiteral("Invoking randomizer at "));
+
+    // 28.
+    LogAt(QStringLiteral("End of Form Load at "));
+    LogLine(QStringLiteral("-----------------------------------------------------"));
+}
+
+} // namespace vk

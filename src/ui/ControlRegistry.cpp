@@ -1,0 +1,21 @@
+#include "ui/ControlRegistry.h"
+
+namespace vk {
+
+void ControlRegistry::Add(Control* control)
+{
+    all_.append(control);
+    byName_.insert(control->Name(), control);
+}
+
+Control* ControlRegistry::Find(const QString& name) const
+{
+    return byName_.value(name, nullptr);
+}
+
+QString ArrayMemberName(const QString& array, int index)
+{
+    return array + QLatin1Char('(') + QString::number(index) + QLatin1Char(')');
+}
+
+} // namespace vk

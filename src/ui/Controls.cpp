@@ -1,0 +1,499 @@
+#include "ui/Controls.h"
+
+#include "shell/FaultReport.h"
+#include "shell/RunTimeFault.h"
+#include "shell/Clock.h"
+
+#include <QFileInfo>
+#include <QImageReader>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QPalette>
+
+#include <exception>
+
+namespace vk {
+
+const char* KindName(ControlKind kind)
+{
+    switch (kind) {
+    case ControlKind::Form: return "form";
+    case ControlKind::Frame: return "frame";
+    case ControlKind::Panel: return "panel";
+    case ControlKind::Button: return "button";
+    case ControlKind::CheckBox: return "checkbox";
+    case ControlKind::ComboBox: return "combobox";
+    case ControlKind::TextBox: return "textbox";
+    case ControlKind::Label: return "label";
+    case ControlKind::Image: return "image";
+    case ControlKind::Shape: return "shape";
+    case ControlKind::Timer: return "timer";
+    }
+    return "form";
+}
+
+QColor ColorFromNumber(int number)
+{
+    return QColor(number & 0xFF, (number >> 8) & 0xFF, (number >> 16) & 0xFF);
+}
+
+void Guarded(const std::function<void()>& handler)
+{
+    if (!handler)
+        return;
+    try {
+        handler();
+    } catch (const RunTimeFault& fault) {
+        ReportFaultAndExit(QString::fromStdString(fault.what()));
+    } catch (const std::exception& error) {
+        ReportFaultAndExit(QString::fromStdString(error.what()));
+    }
+}
+
+// ---- Control ----------------------------------------------------------------
+
+void Control::Move(int left, int top, int width, int height)
+{
+    left_ = left;
+    top_ = top;
+    width_ = width;
+    height_ = height;
+    if (QWidget* w = Widget())
+        w->setGeometry(TwipsToPixels(left), TwipsToPixels(top), TwipsToPixels(width), TwipsToPixels(height));
+}
+
+bool Control::Visible() const
+{
+    const QWidget* w = Widget();
+    return w && !w->isHidden();
+}
+
+void Control::SetVisible(bool visible)
+{
+    if (QWidget* w = Widget())
+        w->setVisible(visible);
+}
+
+bool Control::Enabled() const
+{
+    const QWidget* w = Widget();
+    return w && !w->testAttribute(Qt::WA_ForceDisabled);
+}
+
+void Control::SetEnabled(bool enabled)
+{
+    if (QWidget* w = Widget())
+        w->setEnabled(enabled);
+}
+
+bool Control::Reachable() const
+{
+    const QWidget* w = Widget();
+    return w && w->isVisible() && w->isEnabled();
+}
+
+void Control::SetBackColor(int number)
+{
+    backColor_ = number;
+    if (QWidget* w = Widget()) {
+        QPalette palette = w->palette();
+        palette.setColor(QPalette::Window, ColorFromNumber(number));
+        palette.setColor(QPalette::Base, ColorFromNumber(number));
+        palette.setColor(QPalette::Button, ColorFromNumber(number));
+        w->setPalette(palette);
+        w->setAutoFillBackground(true);
+    }
+}
+
+QString Control::ToolTip() const
+{
+    const QWidget* w = Widget();
+    return w ? w->toolTip() : QString();
+}
+
+void Control::SetToolTip(const QString& text)
+{
+    if (QWidget* w = Widget())
+        w->setToolTip(text);
+}
+
+void Control::SetFont(const QString& family, int pixelSize, bool bold)
+{
+    if (QWidget* w = Widget()) {
+        QFont font(family);
+        font.setPixelSize(pixelSize);
+        font.setBold(bold);
+        font.setStyleHint(family.contains(QLatin1String("Mono")) ? QFont::TypeWriter : QFont::SansSerif);
+        w->setFont(font);
+    }
+}
+
+QImage LoadPicture(const QString& path)
+{
+    QImageReader reader(path);
+    QImage image = reader.read();
+    if (image.isNull())
+        throw RunTimeFault("file not found: " + path.toStdString());
+    return image;
+}
+
+namespace {
+
+int ButtonNumber(Qt::MouseButton button)
+{
+    switch (button) {
+    case Qt::LeftButton: return 1;
+    case Qt::RightButton: return 2;
+    case Qt::MiddleButton: return 4;
+    default: return 0;
+    }
+}
+
+void RunMouseDown(const MouseHandlers& mouse, QMouseEvent* event)
+{
+    if (mouse.MouseDown) {
+        const QPoint p = event->position().toPoint();
+        Guarded([&] { mouse.MouseDown(ButtonNumber(event->button()), PixelsToTwips(p.x()), PixelsToTwips(p.y())); });
+    }
+}
+
+void RunClick(QWidget* w, const MouseHandlers& mouse, QMouseEvent* event)
+{
+    if (event->button() == Qt::LeftButton && w->rect().contains(event->position().toPoint()) && mouse.Click)
+        Guarded(mouse.Click);
+}
+
+} // namespace
+
+// ---- Frame ------------------------------------------------------------------
+
+FrameControl::FrameControl(QWidget* parent, const QString& name, const QString& caption)
+    : QGroupBox(caption, parent), Control(ControlKind::Frame)
+{
+    setObjectName(name);
+    setFlat(false);
+}
+
+void FrameControl::SetBackColor(int number)
+{
+    Control::SetBackColor(number);
+    setStyleSheet(QStringLiteral("QGroupBox#%1 { background-color: %2; border: 1px solid #808080; margin-top: 6px; }"
+                                 "QGroupBox#%1::title { subcontrol-origin: margin; left: 6px; padding: 0 2px; }")
+                      .arg(objectName(), ColorFromNumber(number).name()));
+}
+
+// ---- Panel ------------------------------------------------------------------
+
+PanelControl::PanelControl(QWidget* parent, const QString& name) : QFrame(parent), Control(ControlKind::Panel)
+{
+    setObjectName(name);
+    setFrameShape(QFrame::Panel);
+    setFrameShadow(QFrame::Sunken);
+}
+
+void PanelControl::SetPicture(const QString& path)
+{
+    if (path.isEmpty()) {
+        picture_ = QImage();
+        picturePath_.clear();
+    } else {
+        picture_ = LoadPicture(path);
+        picturePath_ = path;
+    }
+    update();
+}
+
+void PanelControl::SetBackColor(int number)
+{
+    Control::SetBackColor(number);
+}
+
+void PanelControl::paintEvent(QPaintEvent* event)
+{
+    QFrame::paintEvent(event);
+    if (!picture_.isNull()) {
+        QPainter painter(this);
+        painter.drawImage(0, 0, picture_);
+    }
+}
+
+// ---- Button -----------------------------------------------------------------
+
+ButtonControl::ButtonControl(QWidget* parent, const QString& name, const QString& caption)
+    : QPushButton(caption, parent), Control(ControlKind::Button)
+{
+    setObjectName(name);
+    setAutoDefault(false);
+    QObject::connect(this, &QPushButton::clicked, this, [this] { Guarded(Click); });
+}
+
+// ---- Check box --------------------------------------------------------------
+
+CheckBoxControl::CheckBoxControl(QWidget* parent, const QString& name, const QString& caption)
+    : QCheckBox(caption, parent), Control(ControlKind::CheckBox)
+{
+    setObjectName(name);
+    QObject::connect(this, &QCheckBox::clicked, this, [this] {
+        if (!settingValue_)
+            Guarded(Click);
+    });
+}
+
+void CheckBoxControl::SetValue(int value)
+{
+    settingValue_ = true;
+    setChecked(value != 0);
+    settingValue_ = false;
+}
+
+void CheckBoxControl::SetBackColor(int number)
+{
+    Control::SetBackColor(number);
+}
+
+// ---- Combo box --------------------------------------------------------------
+
+ComboBoxControl::ComboBoxControl(QWidget* parent, const QString& name) : QComboBox(parent), Control(ControlKind::ComboBox)
+{
+    setObjectName(name);
+    setEditable(false);
+    QObject::connect(this, &QComboBox::activated, this, [this](int) { Guarded(Click); });
+}
+
+void ComboBoxControl::SetBackColor(int number)
+{
+    Control::SetBackColor(number);
+    setStyleSheet(QStringLiteral("QComboBox#%1 { background-color: %2; }").arg(objectName(), ColorFromNumber(number).name()));
+}
+
+QStringList ComboBoxControl::Items() const
+{
+    QStringList items;
+    for (int i = 0; i < count(); ++i)
+        items << itemText(i);
+    return items;
+}
+
+// ---- Text box ---------------------------------------------------------------
+
+TextBoxControl::TextBoxControl(QWidget* parent, const QString& name, const QString& text)
+    : QLineEdit(text, parent), Control(ControlKind::TextBox)
+{
+    setObjectName(name);
+}
+
+void TextBoxControl::SetBackColor(int number)
+{
+    Control::SetBackColor(number);
+}
+
+void TextBoxControl::DeliverKey(int keyAscii)
+{
+    Qt::Key key;
+    QString text;
+    switch (keyAscii) {
+    case 8: key = Qt::Key_Backspace; text = QString(QChar(8)); break;
+    case 9: key = Qt::Key_Tab; text = QString(QChar(9)); break;
+    case 13: key = Qt::Key_Return; text = QString(QChar(13)); break;
+    case 27: key = Qt::Key_Escape; text = QString(QChar(27)); break;
+    default:
+        text = QString(QChar::fromLatin1(static_cast<char>(keyAscii & 0xFF)));
+        key = static_cast<Qt::Key>(text.at(0).toUpper().unicode());
+        break;
+    }
+    QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier, text);
+    keyPressEvent(&press);
+}
+
+void TextBoxControl::keyPressEvent(QKeyEvent* event)
+{
+    int code = 0;
+    switch (event->key()) {
+    case Qt::Key_Backspace: code = 8; break;
+    case Qt::Key_Tab: code = 9; break;
+    case Qt::Key_Return:
+    case Qt::Key_Enter: code = 13; break;
+    case Qt::Key_Escape: code = 27; break;
+    default: {
+        const QString text = event->text();
+        if (text.size() == 1 && text.at(0).unicode() >= 32 && text.at(0).unicode() <= 255)
+            code = text.at(0).unicode();
+        break;
+    }
+    }
+    if (code == 0) {
+        // Keys without a character (arrows, Home, Delete) keep their usual editing.
+        QLineEdit::keyPressEvent(event);
+        return;
+    }
+    const int original = code;
+    if (KeyPress)
+        Guarded([&] { KeyPress(code); });
+    if (code == 0)
+        return;
+    if (code == original) {
+        if (code == 9 || code == 13 || code == 27)
+            return; // a single-line box takes no tab, enter or escape characters
+        QLineEdit::keyPressEvent(event);
+        return;
+    }
+    // The handler replaced the character.
+    if (code == 8) {
+        backspace();
+    } else if (code >= 32 && code <= 255) {
+        insert(QString(QChar::fromLatin1(static_cast<char>(code))));
+    }
+}
+
+void TextBoxControl::focusInEvent(QFocusEvent* event)
+{
+    QLineEdit::focusInEvent(event);
+    Guarded(GotFocus);
+}
+
+void TextBoxControl::focusOutEvent(QFocusEvent* event)
+{
+    QLineEdit::focusOutEvent(event);
+    Guarded(LostFocus);
+}
+
+// ---- Label ------------------------------------------------------------------
+
+LabelControl::LabelControl(QWidget* parent, const QString& name, const QString& caption)
+    : QLabel(caption, parent), Control(ControlKind::Label)
+{
+    setObjectName(name);
+    setTextFormat(Qt::PlainText);
+    setWordWrap(false);
+}
+
+void LabelControl::SetBackColor(int number)
+{
+    Control::SetBackColor(number);
+}
+
+void LabelControl::mousePressEvent(QMouseEvent* event)
+{
+    RunMouseDown(Mouse, event);
+}
+
+void LabelControl::mouseReleaseEvent(QMouseEvent* event)
+{
+    RunClick(this, Mouse, event);
+}
+
+void LabelControl::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    if (event->button() == Qt::LeftButton && Mouse.DblClick)
+        Guarded(Mouse.DblClick);
+}
+
+// ---- Image ------------------------------------------------------------------
+
+ImageControl::ImageControl(QWidget* parent, const QString& name, bool stretch)
+    : QWidget(parent), Control(ControlKind::Image), stretch_(stretch)
+{
+    setObjectName(name);
+}
+
+void ImageControl::SetPicture(const QString& path)
+{
+    if (path.isEmpty()) {
+        ClearPicture();
+        return;
+    }
+    picture_ = LoadPicture(path);
+    picturePath_ = path;
+    if (!stretch_)
+        Move(left_, top_, PixelsToTwips(picture_.width()), PixelsToTwips(picture_.height()));
+    update();
+}
+
+void ImageControl::ClearPicture()
+{
+    picture_ = QImage();
+    picturePath_.clear();
+    update();
+}
+
+void ImageControl::paintEvent(QPaintEvent*)
+{
+    if (picture_.isNull())
+        return;
+    QPainter painter(this);
+    if (stretch_)
+        painter.drawImage(rect(), picture_);
+    else
+        painter.drawImage(0, 0, picture_);
+}
+
+void ImageControl::mousePressEvent(QMouseEvent* event)
+{
+    RunMouseDown(Mouse, event);
+}
+
+void ImageControl::mouseReleaseEvent(QMouseEvent* event)
+{
+    RunClick(this, Mouse, event);
+}
+
+void ImageControl::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    if (event->button() == Qt::LeftButton && Mouse.DblClick)
+        Guarded(Mouse.DblClick);
+}
+
+// ---- Shape ------------------------------------------------------------------
+
+ShapeControl::ShapeControl(QWidget* parent, const QString& name, int borderColor, int borderWidth)
+    : QWidget(parent), Control(ControlKind::Shape), borderColor_(borderColor), borderWidth_(borderWidth)
+{
+    setObjectName(name);
+    setAttribute(Qt::WA_TransparentForMouseEvents);
+}
+
+void ShapeControl::SetBorderColor(int number)
+{
+    borderColor_ = number;
+    update();
+}
+
+void ShapeControl::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    QPen pen(ColorFromNumber(borderColor_));
+    pen.setWidth(borderWidth_);
+    pen.setJoinStyle(Qt::MiterJoin);
+    painter.setPen(pen);
+    painter.setBrush(Qt::NoBrush);
+    const int inset = borderWidth_ / 2;
+    painter.drawRect(rect().adjusted(inset, inset, -inset - (borderWidth_ % 2 ? 1 : 0), -inset - (borderWidth_ % 2 ? 1 : 0)));
+}
+
+// ---- Timer ------------------------------------------------------------------
+
+TimerControl::TimerControl(QObject* parent, const QString& name, int intervalMs)
+    : QTimer(parent), Control(ControlKind::Timer), intervalMs_(intervalMs)
+{
+    setObjectName(name);
+    setTimerType(Qt::PreciseTimer);
+    QTimer::setInterval(ScaledMs(intervalMs));
+    QObject::connect(this, &QTimer::timeout, this, [this] { Guarded(Timer); });
+}
+
+void TimerControl::SetEnabled(bool enabled)
+{
+    if (enabled && !isActive())
+        start();
+    else if (!enabled)
+        stop();
+}
+
+void TimerControl::SetInterval(int ms)
+{
+    intervalMs_ = ms;
+    QTimer::setInterval(ScaledMs(ms));
+}
+
+} // namespace vk

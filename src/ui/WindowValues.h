@@ -1,0 +1,28 @@
+#pragma once
+
+// Values of the main window that the game logic reads and writes. The game
+// position itself joins them as the rules come in.
+
+#include "ui/Sound.h"
+
+namespace vk {
+
+struct WindowValues {
+    // Twips; 0 until the splash has been shown, then the minimum window size.
+    int MinWidth = 0;
+    int MinHeight = 0;
+    int BoardSide = 1;           // the Side drawn at the bottom
+    bool GameRunning = false;
+    int GamePhase = 0;
+    int TurnNumber = 0;
+    int LocalSide = 0;
+    int ExternalSide = 0;
+    bool InputLock = false;
+    bool BoardBusy = false;
+    int SelectedUser = 0;        // index in Combo_ExternUsers, 0 for "Geen Speler"
+    int Dice1 = 0;
+    int Dice2 = 0;
+    SoundState Sound;
+};
+
+} // namespace vk
