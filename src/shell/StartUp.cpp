@@ -1,5 +1,6 @@
 #include "shell/StartUp.h"
 
+#include "game/DiceTable.h"
 #include "shell/Clock.h"
 #include "shell/FaultReport.h"
 #include "shell/Global.h"
@@ -150,8 +151,11 @@ void RunStartUp(Hoofdvenster& window)
     window.cmdStart->SetEnabled(false);
     window.cmdDisconnect->SetEnabled(false);
 
-    // 27. The dice table joins here.
+    // 27. The dice table; the poll may already run while it is built.
     LogAt(QStringLiteral("Invoking randomizer at "));
+    window.V.DiceTable.fill(0);
+    BuildDiceTable(window.V.DiceTable, window.V.Random, ClockSeed(SecondsSinceMidnight(), DiceTableSize),
+                   [] { PumpInterface(); });
 
     // 28.
     LogAt(QStringLiteral("End of Form Load at "));

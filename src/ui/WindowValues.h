@@ -3,6 +3,8 @@
 // Values of the main window that the game logic reads and writes. The game
 // position itself joins them as the rules come in.
 
+#include "game/DiceTable.h"
+#include "game/RandomSource.h"
 #include "ui/Sound.h"
 
 namespace vk {
@@ -23,6 +25,11 @@ struct WindowValues {
     int Dice1 = 0;
     int Dice2 = 0;
     SoundState Sound;
+
+    // The dice come from a table built at start-up, drawn with the program's generator.
+    vk::DiceTable DiceTable{};
+    RollDieState RollDie;
+    SplitMixRandom Random;
 };
 
 } // namespace vk
