@@ -1,0 +1,458 @@
+"""End-to-end tests: the real program under its own Xvfb, driven through the
+automation socket with a small time scale.
+
+    python3 test_program.py PATH/TO/valkenhorn TestClass[.test_method]
+
+Exit code 0 when all pass, 1 on a failure, 77 when the tests were skipped
+(ctest shows those as skipped)."""
+
+import os
+import re
+import stat
+import sys
+import tempfile
+import time
+import unittest
+
+sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
+
+from valkenhorn_session import SEPARATOR_53, Session, XServer, format_board_text, is_rotation, png_size  # noqa: E402
+from xwindow import XDisplay  # noqa: E402
+
+PROGRAM = None
+
+# The run log's start-up lines, in the order of the start-up, each followed by the time.
+STARTUP_LINES = [
+    "Showing splash screen at ",
+    "Hiding splash screen at ",
+    "Loading playboard at ",
+    "Testing requirements of computer screen at ",
+    "Positioning program window at ",
+    "Initiating program data at ",
+    "Showing program window at ",
+    "Enabling scroll timer at ",
+    "Initiating players at ",
+    "Invoking randomizer at ",
+    "End of Form Load at ",
+]
+
+STATE_KEYS = ["GamePhase", "TurnNumber", "LocalSide", "ExternalSide", "BoardSide", "GameRunning", "LinkBusy",
+              "InputLock", "SelectedUser", "BoardText", "Dice1", "Dice2"]
+
+GET_FIELDS = ["name", "kind", "visible", "enabled", "caption", "text", "tag", "toolTip", "backColor", "left", "top",
+              "width", "height", "value", "listIndex", "items", "picture"]
+
+# Texts the board shows during the player initiation.
+BOARD_TEXTS = [
+    "gelieve je naam (maximum 10 tekens) in te vullen in het vak 'lokale speler' waar momenteel 'je_naam' staat, "
+    "druk daarna op de enter-toets.",
+    "veel plezier met valkenhorn! druk op 'Spelregels...' of 'Hoe verbinden?' voor verdere instructies.",
+]
+
+
+def has_time(rest):
+    return bool(rest.strip()) and any(c.isdigit() for c in rest)
+
+
+def control_names():
+    """Every control of the main window, array members as Name(i)."""
+    names = ["Hoofdvenster", "Speelveld", "frmGameControl", "frLokaal", "frExtern", "frDices", "Stock", "Homers",
+             "msgBoard", "Personnel", "RadioYambo", "Gevang_1", "Gevang_2", "Vlagdekking_1", "Vlagdekking_2",
+             "Kader", "Kader2", "Action_Timer", "Scroll_Timer", "VehDblClickTimer",
+             "cmdStart", "cmdStop", "cmdRules", "Cmd_HowTo", "cmdSluiten",
+             "User_Name", "ShareStatus", "cmdDisconnect",
+             "Combo_ExternUsers", "Check1", "cmdRequestToPlay", "Cmd_AddFolder", "Cmd_RemoveFolder",
+             "cmdGooi", "cmdEindeBeurt", "cmdKompasGebruik", "cmdKompasSluit", "Dice_1", "Dice_2", "Dices",
+             "MiniDice_1", "MiniDice_2", "DiceKader", "KK1", "KK2", "KK3",
+             "cmd_Info", "imgPersonnel", "imgPersTekst", "imgRadioYambo", "imgRaYaTekst"]
+    arrays = [("KampComp", 2), ("Voertuig_1", 11), ("Voertuig_2", 11), ("Mijn_1", 5), ("Mijn_1_2", 5),
+              ("Mijn_2", 5), ("Mijn_2_1", 5), ("GV1", 20), ("GV2", 20), ("KmpCmp_1", 25), ("KmpCmp_2", 25),
+              ("Image2", 25)]
+    for array, size in arrays:
+        names += ["%s(%d)" % (array, i) for i in range(size)]
+    return names
+
+
+class StartUpLog(unittest.TestCase):
+    def test_startup_lines_in_order(self):
+        with XServer() as x, Session(PROGRAM, x.display) as s:
+            s.wait_started()
+            lines = s.log_lines()
+            raw = s.log_bytes()
+
+        self.assertNotIn(b"\r", raw, "lines end in the platform's line end alone")
+        first = re.fullmatch(r"Program Start at (.+) on (.+)", lines[0])
+        self.assertIsNotNone(first, "first line: %r" % lines[0])
+        self.assertTrue(has_time(first.group(1)), "time of the first line: %r" % first.group(1))
+        self.assertTrue(has_time(first.group(2)), "date of the first line: %r" % first.group(2))
+
+        # The time scale of the test is noted on a line after the first.
+        scale_lines = [i for i, l in enumerate(lines) if "0.05" in l and "scale" in l.lower()]
+        self.assertTrue(scale_lines, "no line notes the time scale 0.05:\n%s" % "\n".join(lines))
+        self.assertGreater(scale_lines[0], 0)
+
+        position = 0
+        for text in STARTUP_LINES:
+            found = [i for i in range(position + 1, len(lines)) if lines[i].startswith(text)]
+            self.assertTrue(found, "%r missing after line %d:\n%s" % (text, position, "\n".join(lines)))
+            position = found[0]
+            self.assertTrue(has_time(lines[position][len(text):]), "no time on %r" % lines[position])
+            self.assertEqual(1, sum(1 for l in lines if l.startswith(text)), "%r written once" % text)
+        self.assertEqual(SEPARATOR_53, lines[position + 1], "the separator follows End of Form Load")
+        self.assertEqual(53, len(lines[position + 1]))
+
+    def test_new_run_rewrites_log(self):
+        with XServer() as x:
+            data = tempfile.mkdtemp(prefix="vk-e2e-data-")
+            log = os.path.join(data, "Valkenhorn", "Valkenhorn.log")
+            os.makedirs(os.path.dirname(log))
+            with open(log, "w") as f:
+                f.write("a line of an earlier run\n")
+            with Session(PROGRAM, x.display, data_home=data) as s:
+                s.wait_started()
+                lines = s.log_lines()
+            self.assertNotIn("a line of an earlier run", lines)
+            self.assertTrue(lines[0].startswith("Program Start at "))
+
+
+class CloseRequest(unittest.TestCase):
+    def test_close_request_leaves_window_up(self):
+        with XServer() as x, Session(PROGRAM, x.display) as s, XDisplay(x.display) as xd:
+            # Close requests all through the start-up, splash included.
+            sent_during_startup = 0
+            deadline = time.monotonic() + 60
+            while not any(l.startswith("End of Form Load at ") for l in s.log_lines()):
+                self.assertTrue(s.running(), "the program ended during the start-up:\n" + s.program_output())
+                self.assertLess(time.monotonic(), deadline, "start-up did not end")
+                window = xd.find_window(s.process.pid, "Valkenhorn!")
+                if window and xd.viewable(window):
+                    self.assertTrue(xd.supports_delete_window(window), "the window takes WM_DELETE_WINDOW")
+                    xd.send_delete_window(window)
+                    sent_during_startup += 1
+                time.sleep(0.03)
+            self.assertGreater(sent_during_startup, 0, "the window never showed during the start-up")
+            s.wait_started()
+
+            window = xd.find_window(s.process.pid, "Valkenhorn!")
+            self.assertIsNotNone(window, "the main window is on the screen")
+            for _ in range(3):
+                xd.send_delete_window(window)
+                time.sleep(0.2)
+            time.sleep(1.0)
+            self.assertTrue(s.running(), "the process still runs")
+            self.assertTrue(xd.viewable(window), "the window is still shown")
+            self.assertTrue(s.get("Hoofdvenster")["visible"])
+            self.assertIsNone(s.ok({"cmd": "dialog"})["dialog"], "a close request asks nothing")
+            self.assertIn("End of Form Load at ", "\n".join(s.log_lines()))
+
+
+class SecondInstance(unittest.TestCase):
+    def test_second_start_shows_box_and_first_runs(self):
+        with XServer() as x, Session(PROGRAM, x.display) as first:
+            first.wait_started()
+            log_before = first.log_bytes()
+            with Session(PROGRAM, x.display, data_home=first.data_home, config_home=first.config_home) as second:
+                dialog = second.wait_dialog()
+                self.assertEqual("message", dialog["kind"])
+                self.assertEqual("Valkenhorn is al gestart!", dialog["text"])
+                self.assertEqual(["ok"], dialog["buttons"])
+                self.assertTrue(first.log_bytes().startswith(log_before), "the first log is left alone")
+                self.assertEqual(log_before.split(b"\n")[0], first.log_bytes().split(b"\n")[0])
+                self.assertTrue(second.ok({"cmd": "answer", "button": "ok"}))
+                second.wait_exit()
+            time.sleep(0.5)
+            self.assertTrue(first.running(), "the first instance still runs")
+            self.assertIsNone(first.ok({"cmd": "dialog"})["dialog"])
+            self.assertTrue(first.get("Hoofdvenster")["visible"])
+            self.assertTrue(first.log_bytes().startswith(log_before), "the first log is left alone")
+
+
+class ExitQuestion(unittest.TestCase):
+    def ask(self, s):
+        s.ok({"cmd": "click", "name": "cmdSluiten"})
+        dialog = s.wait_dialog()
+        self.assertEqual("message", dialog["kind"])
+        self.assertEqual("Programma Afsluiten", dialog["title"])
+        self.assertEqual("Bent u zeker dat u 'Valkenhorn!' wilt afsluiten?", dialog["text"])
+        self.assertEqual(["yes", "no"], sorted(dialog["buttons"], reverse=True))
+
+    def test_no_keeps_running(self):
+        with XServer() as x, Session(PROGRAM, x.display) as s:
+            s.wait_started()
+            self.ask(s)
+            s.ok({"cmd": "answer", "button": "no"})
+            s.wait_until(lambda: s.ok({"cmd": "dialog"})["dialog"] is None, "the question to close")
+            time.sleep(1.0)
+            self.assertTrue(s.running())
+            self.assertTrue(s.get("cmdSluiten")["enabled"])
+            self.assertFalse(s.state()["LinkBusy"], "No leaves the link alone")
+            # And it asks again.
+            self.ask(s)
+            s.ok({"cmd": "answer", "button": "no"})
+
+    def test_yes_ends_with_code_0(self):
+        with XServer() as x, Session(PROGRAM, x.display) as s:
+            s.wait_started()
+            self.ask(s)
+            s.ok({"cmd": "answer", "button": "yes"})
+            self.assertEqual(0, s.wait_exit())
+            lines = s.log_lines()
+            self.assertEqual(SEPARATOR_53, [l for l in lines if l][-1], "no closing line is written")
+
+
+class AutomationContract(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        cls.xserver = XServer().__enter__()
+        cls.s = Session(PROGRAM, cls.xserver.display)
+        cls.s.start()
+        cls.s.wait_started()
+
+    @classmethod
+    def tearDownClass(cls):
+        cls.s.close()
+        cls.xserver.__exit__(None, None, None)
+
+    def refused(self, request):
+        reply = self.s.request(request)
+        self.assertIs(False, reply.get("ok"), "%r must be refused: %r" % (request, reply))
+        self.assertIsInstance(reply.get("error"), str)
+        self.assertTrue(reply["error"])
+        return reply
+
+    def test_socket_is_owner_only(self):
+        mode = os.stat(self.s.socket_path).st_mode
+        self.assertTrue(stat.S_ISSOCK(mode))
+        self.assertEqual(0o600, stat.S_IMODE(mode))
+
+    def test_list(self):
+        names = self.s.ok({"cmd": "list"})["names"]
+        self.assertEqual(len(names), len(set(names)), "names are unique")
+        for name in control_names():
+            self.assertIn(name, names)
+
+    def test_get_every_control_has_all_fields(self):
+        kinds = {"form", "frame", "panel", "button", "checkbox", "combobox", "textbox", "label", "image", "shape",
+                 "timer"}
+        for name in self.s.ok({"cmd": "list"})["names"]:
+            control = self.s.get(name)
+            self.assertEqual(sorted(GET_FIELDS), sorted(control), name)
+            self.assertEqual(name, control["name"])
+            self.assertIn(control["kind"], kinds, name)
+
+    def test_get_button(self):
+        c = self.s.get("cmdSluiten")
+        self.assertEqual("button", c["kind"])
+        self.assertEqual("Afsluiten", c["caption"])
+        self.assertEqual((6960, 240, 1455, 300), (c["left"], c["top"], c["width"], c["height"]))
+        self.assertIs(True, c["visible"])
+        self.assertIs(True, c["enabled"])
+        for field in ("text", "value", "listIndex", "items", "picture"):
+            self.assertIsNone(c[field], field)
+        start = self.s.get("cmdStart")
+        self.assertEqual(("Spel Starten", 240, False), (start["caption"], start["left"], start["enabled"]))
+
+    def test_get_kinds(self):
+        expected = {"Hoofdvenster": "form", "frmGameControl": "frame", "Personnel": "panel", "cmdGooi": "button",
+                    "ShareStatus": "checkbox", "Combo_ExternUsers": "combobox", "User_Name": "textbox",
+                    "msgBoard": "label", "Speelveld": "image", "Voertuig_1(3)": "image", "GV1(19)": "image",
+                    "Kader": "shape", "Scroll_Timer": "timer"}
+        for name, kind in expected.items():
+            self.assertEqual(kind, self.s.get(name)["kind"], name)
+
+    def test_get_values(self):
+        form = self.s.get("Hoofdvenster")
+        self.assertEqual("Valkenhorn!", form["caption"])
+        self.assertIs(True, form["visible"])
+        self.assertGreaterEqual(form["width"], 25545)
+        self.assertGreaterEqual(form["height"], 13800)
+
+        board = self.s.get("msgBoard")
+        self.assertEqual((4920, 120, 2895, 375), (board["left"], board["top"], board["width"], board["height"]))
+        self.assertEqual(8454143, board["backColor"])
+        self.assertIsInstance(board["caption"], str)
+
+        field = self.s.get("Speelveld")
+        self.assertEqual((25300, 13210), (field["width"], field["height"]))
+        self.assertTrue(field["picture"].endswith("groen_leger/yambo_1.bmp"), field["picture"])
+
+        share = self.s.get("ShareStatus")
+        self.assertEqual("Aanwezig", share["caption"])
+        self.assertEqual(0, share["value"])
+        self.assertEqual(12624992, share["backColor"])
+
+        combo = self.s.get("Combo_ExternUsers")
+        self.assertIsInstance(combo["items"], list)
+        self.assertIsInstance(combo["listIndex"], int)
+        self.assertIsInstance(combo["text"], str)
+        self.assertIsNone(combo["caption"])
+        self.assertEqual(255, combo["backColor"])
+
+        name = self.s.get("User_Name")
+        self.assertIsInstance(name["text"], str)
+        self.assertIsNone(name["caption"])
+        self.assertEqual((240, 240, 1575, 325), (name["left"], name["top"], name["width"], name["height"]))
+
+        gv = self.s.get("GV1(19)")
+        self.assertEqual((120, 120), (gv["width"], gv["height"]))
+        self.assertEqual("Dubbelklik hier om deze dobbelsteen apart te gebruiken", self.s.get("Dice_1")["toolTip"])
+        self.assertEqual("Dubbelklik hier om de dobbelstenen samen te gebruiken", self.s.get("Dices")["toolTip"])
+        self.assertIs(False, self.s.get("Kader")["visible"])
+
+        timer = self.s.get("Scroll_Timer")
+        self.assertIs(True, timer["enabled"])
+        for f in ("visible", "left", "top", "width", "height", "caption", "text", "value", "picture"):
+            self.assertIsNone(timer[f], f)
+        self.assertEqual(12624992, self.s.get("frDices")["backColor"])
+        self.assertEqual("Spel Controle", self.s.get("frmGameControl")["caption"])
+
+    def test_unknown_and_bad_requests_refuse(self):
+        self.refused({"cmd": "get", "name": "NoSuchControl"})
+        self.refused({"cmd": "click", "name": "NoSuchControl"})
+        self.refused({"cmd": "get"})
+        self.refused({"cmd": "no_such_command"})
+        self.refused({"name": "cmdSluiten"})
+        for line in (b"this is no json\n", b"[1,2]\n"):
+            reply = self.s.raw(line)
+            self.assertIs(False, reply["ok"], line)
+        # The connection still serves after bad lines.
+        self.assertTrue(self.s.ok({"cmd": "list"})["names"])
+
+    def test_inputs_to_unreachable_controls_refuse(self):
+        self.assertIs(False, self.s.get("cmdStart")["enabled"])
+        self.refused({"cmd": "click", "name": "cmdStart"})
+        self.refused({"cmd": "click", "name": "Kader"})
+        self.refused({"cmd": "click", "name": "Scroll_Timer"})
+        # Controls inside a disabled frame can't be reached, whatever their own flags say.
+        for frame, child, request in (("frLokaal", "User_Name", {"cmd": "type", "text": "x"}),
+                                      ("frLokaal", "User_Name", {"cmd": "key", "code": 13}),
+                                      ("frLokaal", "User_Name", {"cmd": "focus"}),
+                                      ("frExtern", "Combo_ExternUsers", {"cmd": "select", "index": 0})):
+            if not self.s.get(frame)["enabled"]:
+                self.assertIs(True, self.s.get(child)["enabled"], child + " keeps its own flag")
+                self.refused(dict(request, name=child))
+
+    def test_inputs_that_do_not_apply_refuse(self):
+        self.refused({"cmd": "type", "name": "cmdSluiten", "text": "x"})
+        self.refused({"cmd": "key", "name": "cmdSluiten", "code": 13})
+        self.refused({"cmd": "select", "name": "cmdSluiten", "index": 0})
+        self.refused({"cmd": "mousedown", "name": "cmdSluiten", "x": 1, "y": 1})
+        self.refused({"cmd": "mousedown", "name": "Speelveld"})
+        self.refused({"cmd": "dblclick", "name": "cmdSluiten"})
+
+    def test_board_mouse_inputs(self):
+        self.s.ok({"cmd": "mousedown", "name": "Speelveld", "x": 3000, "y": 2000})
+        self.s.ok({"cmd": "dblclick", "name": "Speelveld", "x": 3000, "y": 2000})
+        self.s.ok({"cmd": "dblclick", "name": "Speelveld"})
+        self.assertTrue(self.s.running())
+        self.assertIsNone(self.s.ok({"cmd": "dialog"})["dialog"])
+
+    def test_focus(self):
+        self.s.ok({"cmd": "focus", "name": "cmdSluiten"})
+        self.assertTrue(self.s.running())
+
+    def test_text_box_and_combo_box_when_reachable(self):
+        if self.s.get("frLokaal")["enabled"] and self.s.get("User_Name")["enabled"]:
+            before = self.s.get("User_Name")["text"]
+            self.s.ok({"cmd": "focus", "name": "User_Name"})
+            self.s.ok({"cmd": "type", "name": "User_Name", "text": "ab"})
+            self.s.wait_until(lambda: self.s.get("User_Name")["text"] != before, "the typed keys")
+            self.s.ok({"cmd": "key", "name": "User_Name", "code": 8})
+            self.refused({"cmd": "key", "name": "User_Name", "code": 7})
+            self.refused({"cmd": "key", "name": "User_Name", "code": 256})
+        if self.s.get("frExtern")["enabled"] and self.s.get("Combo_ExternUsers")["enabled"]:
+            items = self.s.get("Combo_ExternUsers")["items"]
+            self.s.ok({"cmd": "select", "name": "Combo_ExternUsers", "index": 0})
+            self.s.wait_until(lambda: self.s.get("Combo_ExternUsers")["listIndex"] == 0, "the selection")
+            self.refused({"cmd": "select", "name": "Combo_ExternUsers", "index": len(items)})
+
+    def test_state(self):
+        state = self.s.state()
+        for key in STATE_KEYS:
+            self.assertIn(key, state)
+        self.assertEqual(1, state["BoardSide"])
+        self.assertIn(state["GameRunning"], (False, 0))
+        self.assertIsInstance(state["BoardText"], str)
+
+    def test_screenshot(self):
+        path = os.path.join(self.s.scratch, "shot.png")
+        self.s.ok({"cmd": "screenshot", "path": path})
+        size = png_size(path)
+        self.assertIsNotNone(size, "a PNG file")
+        self.assertGreaterEqual(size[0], 25545 // 15)
+        self.assertGreaterEqual(size[1], 13800 // 15)
+        self.refused({"cmd": "screenshot", "path": "/no/such/folder/shot.png"})
+
+    def test_dialog_and_answer(self):
+        self.assertEqual({"ok": True, "dialog": None}, self.s.request({"cmd": "dialog"}))
+        self.refused({"cmd": "answer", "button": "ok"})
+        self.s.ok({"cmd": "click", "name": "cmdSluiten"})
+        dialog = self.s.wait_dialog()
+        self.assertEqual(sorted(["kind", "title", "text", "buttons"]), sorted(dialog))
+        # The program goes on while the box is open, and so does the interface.
+        self.assertTrue(self.s.get("cmdSluiten")["visible"])
+        self.refused({"cmd": "answer", "button": "ok"})
+        self.refused({"cmd": "answer", "folder": "/tmp"})
+        self.refused({"cmd": "answer"})
+        self.s.ok({"cmd": "answer", "button": "no"})
+        self.s.wait_until(lambda: self.s.ok({"cmd": "dialog"})["dialog"] is None, "the box to close")
+        self.assertTrue(self.s.running())
+
+
+class MessageBoard(unittest.TestCase):
+    def test_click_on_running_text_empties_board_text(self):
+        with XServer() as x, Session(PROGRAM, x.display) as s:
+            def running_text():
+                text = s.state()["BoardText"]
+                if text:
+                    return text
+                if any(l.startswith("End of Form Load at ") for l in s.log_lines()):
+                    raise unittest.SkipTest("no text ran on the board during the start-up")
+                return None
+
+            first = s.wait_until(running_text, "a text on the board")
+            self.assertTrue(any(is_rotation(first, format_board_text(t)) for t in BOARD_TEXTS),
+                            "the board runs a formatted message: %r" % first)
+            s.wait_until(lambda: s.get("msgBoard")["visible"], "the board to show")
+            s.wait_until(lambda: s.state()["BoardText"] not in ("", first), "the text to rotate")
+            s.ok({"cmd": "click", "name": "msgBoard"})
+            s.wait_until(lambda: s.state()["BoardText"] == "", "the board text to empty", timeout=5)
+            s.wait_until(lambda: s.get("msgBoard")["visible"] is False, "the board to hide", timeout=5)
+            # A hidden board takes no clicks.
+            self.assertIs(False, s.request({"cmd": "click", "name": "msgBoard"})["ok"])
+
+
+class SmallScreen(unittest.TestCase):
+    def test_small_screen_ends_with_stop_box(self):
+        with XServer(1600, 900) as x, Session(PROGRAM, x.display) as s:
+            dialog = s.wait_dialog(60)
+            self.assertEqual("message", dialog["kind"])
+            self.assertEqual("Scherm voldoet niet!", dialog["title"])
+            self.assertEqual("Spijtig, maar je scherm is niet groot genoeg om dit spel te spelen. "
+                             "Het programma wordt afgesloten.", dialog["text"])
+            self.assertEqual(["ok"], dialog["buttons"])
+            s.ok({"cmd": "answer", "button": "ok"})
+            s.wait_exit()
+            lines = s.log_lines()
+            self.assertTrue(any(l.startswith("Testing requirements of computer screen at ") for l in lines))
+            self.assertFalse(any(l.startswith("Positioning program window at ") for l in lines),
+                             "the start-up ends at the screen test:\n" + "\n".join(lines))
+
+
+def main():
+    global PROGRAM
+    if len(sys.argv) < 3:
+        sys.stderr.write(__doc__)
+        return 2
+    PROGRAM = os.path.abspath(sys.argv[1])
+    suite = unittest.defaultTestLoader.loadTestsFromNames(sys.argv[2:], sys.modules[__name__])
+    result = unittest.TextTestRunner(verbosity=2).run(suite)
+    if not result.wasSuccessful():
+        return 1
+    if result.skipped and len(result.skipped) == result.testsRun:
+        return 77
+    return 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
