@@ -94,24 +94,28 @@ void Hoofdvenster::BuildTopLevel()
     mines(Mijn_2_1, QStringLiteral("Mijn_2_1"));
 
     frmGameControl = Add(new FrameControl(this, QStringLiteral("frmGameControl"), QStringLiteral("Spel Controle")));
-    frmGameControl->Move(120, 4920, 8655, 735);
+    // Moved from 120, 4920 (over fields 71, 79 and the HQ of army 1) to the sea below the board.
+    frmGameControl->Move(120, 12300, 8655, 735);
 
     frLokaal = Add(new FrameControl(this, QStringLiteral("frLokaal"), QStringLiteral("Lokale Speler")));
     frLokaal->Move(0, 0, 4815, 735);
     frLokaal->SetEnabled(false);
 
     frExtern = Add(new FrameControl(this, QStringLiteral("frExtern"), QStringLiteral("Externe Speler")));
-    frExtern->Move(9360, 120, 2175, 2700);
+    // Moved from 9360, 120 (over fields 5 to 9) to open sea in the lower half.
+    frExtern->Move(14160, 9960, 2175, 2700);
     frExtern->SetEnabled(false);
 
     frDices = Add(new FrameControl(this, QStringLiteral("frDices"), QStringLiteral("Actie Commando")));
     frDices->Move(2160, 960, 2775, 2175);
 
     Stock = Add(new FrameControl(this, QStringLiteral("Stock"), QStringLiteral("Arsenaal")));
-    Stock->Move(7920, 0, 1095, 5655);
+    // Moved from 7920, 0 (over fields 2 to 4, 20, 21) to the sea along the right edge.
+    Stock->Move(24120, 240, 1095, 5655);
 
     Homers = Add(new FrameControl(this, QStringLiteral("Homers"), QStringLiteral("Komp.")));
-    Homers->Move(960, 960, 1095, 2055);
+    // Moved from 960, 960 (over the prison island of army 2) to the sea below it.
+    Homers->Move(960, 3180, 1095, 2055);
 
     for (FrameControl* frame : {frmGameControl, frLokaal, frExtern, frDices, Stock, Homers})
         frame->SetBackColor(FrameBackColor);
