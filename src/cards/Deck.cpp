@@ -28,15 +28,14 @@ int CardPick(CardPickState& state, RandomSource& random, double secondsSinceMidn
     return drawn % CompassCardCount + 1;
 }
 
-void ShuffleCompassStack(CompassStackArray& stack, std::int16_t& stackPoint, std::int16_t& dice1,
-                         std::int16_t& dice2, CardPickState& state, RandomSource& random,
-                         double secondsSinceMidnight)
+void ShuffleCompassStack(CompassStackArray& stack, int& stackPoint, int& dice1, int& dice2, CardPickState& state,
+                         RandomSource& random, double secondsSinceMidnight)
 {
     for (int i = 1; i <= CompassCardCount; ++i)
-        stack[static_cast<std::size_t>(i - 1)] = static_cast<std::int16_t>(i);
+        stack[static_cast<std::size_t>(i - 1)] = i;
     for (int n = 0; n < 1000; ++n) {
-        dice1 = static_cast<std::int16_t>(CardPick(state, random, secondsSinceMidnight));
-        dice2 = static_cast<std::int16_t>(CardPick(state, random, secondsSinceMidnight));
+        dice1 = CardPick(state, random, secondsSinceMidnight);
+        dice2 = CardPick(state, random, secondsSinceMidnight);
         const int a = CheckIndex(dice1 - 1, 0, CompassCardCount, "CompassStack");
         const int b = CheckIndex(dice2 - 1, 0, CompassCardCount, "CompassStack");
         std::swap(stack[static_cast<std::size_t>(a)], stack[static_cast<std::size_t>(b)]);

@@ -70,9 +70,9 @@ TEST(Shuffle, SwapsPositionsAMinusOneAndBMinusOneAThousandTimes)
     });
     vk::CompassStackArray stack{};
     stack[32] = 99; // spare room, not part of the deal
-    std::int16_t point = 0;
-    std::int16_t dice1 = 0;
-    std::int16_t dice2 = 0;
+    int point = 0;
+    int dice1 = 0;
+    int dice2 = 0;
     vk::CardPickState state;
     vk::ShuffleCompassStack(stack, point, dice1, dice2, state, random, 5.0);
     EXPECT_EQ(random.draws, 2000);
@@ -95,9 +95,9 @@ TEST(Shuffle, GivesEachCardOnce)
     vk::SplitMixRandom random;
     vk::CardPickState state;
     vk::CompassStackArray stack{};
-    std::int16_t point = 0;
-    std::int16_t dice1 = 0;
-    std::int16_t dice2 = 0;
+    int point = 0;
+    int dice1 = 0;
+    int dice2 = 0;
     vk::ShuffleCompassStack(stack, point, dice1, dice2, state, random, 43210.0);
     std::vector<int> cards(stack.begin(), stack.begin() + 32);
     std::sort(cards.begin(), cards.end());

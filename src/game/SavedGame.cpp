@@ -1,0 +1,150 @@
+#include "game/SavedGame.h"
+
+#include "board/BoardView.h"
+#include "game/ProfileValues.h"
+#include "link/ProfileFile.h"
+
+#include <string>
+#include <system_error>
+#include <type_traits>
+#include <utility>
+
+namespace vk {
+
+namespace {
+
+// One pass of the saved game's keys in the order of writing. The writer and
+// the reader both run it, so the two can never disagree on a key.
+// `key(section, key, value)` takes an int or a text, by reference for the
+// reader and by value or const reference for the writer.
+template <typename State, typename Progress, typename Key>
+void VisitKeys(State& state, Progress& progress, int local, int external, Key key)
+{
+    const auto intKey = [&](const char* section, const std::string& name, auto&& value) {
+        key(section, name, std::forward<decltype(value)>(value));
+    };
+    const auto& textKey = intKey;
+    intKey("MAIN", "BRANDSTOF1", state.Brandstof(1));
+    intKey("MAIN", "BRANDSTOF2", state.Brandstof(2));
+    intKey("MAIN", "TSETSE1", state.Tsetse(1));
+    intKey("MAIN", "TSETSE2", state.Tsetse(2));
+    intKey("MAIN", "TSETSEVEH", state.TsetseVeh);
+
+    for (int slot = 0; slot < kVehicleSlots; ++slot) {
+        const std::string name = IndexedKey("VEH", slot);
+        intKey("VEHPOS_LOK", name, state.VehiclePos(local, slot));
+        intKey("VEHPOS_EXT", name, state.VehiclePos(external, slot));
+        intKey("CMPVEH_LOK", name, state.VehicleCompanies(local, slot));
+        intKey("CMPVEH_EXT", name, state.VehicleCompanies(external, slot));
+        intKey("DIRVEH_LOK", name, state.VehicleDir(local, slot));
+        intKey("DIRVEH_EXT", name, state.VehicleDir(external, slot));
+        textKey("VEHTAG_LOK", name, state.VehicleTag(local, slot));
+        textKey("VEHTAG_EXT", name, state.VehicleTag(external, slot));
+    }
+
+    intKey("VLAG_LOK", "RES", state.FlagReserve(local));
+    intKey("VLAG_EXT", "RES", state.FlagReserve(external));
+    intKey("VLAG_LOK", "VEH", state.FlagCarried(local));
+    intKey("VLAG_EXT", "VEH", state.FlagCarried(external));
+    intKey("VLAG_LOK", "KMP", state.FlagHome(local));
+    intKey("VLAG_EXT", "KMP", state.FlagHome(external));
+
+    for (int mine = 0; mine < kMinesPerArmy; ++mine) {
+        const std::string name = IndexedKey("POS", mine);
+        intKey("MIJN_GER", name, state.MinePos(1, mine));
+        intKey("MIJN_REB", name, state.MinePos(2, mine));
+    }
+
+    intKey("KOMP_LOK", "RES", state.ReserveCompanies(local));
+    intKey("KOMP_EXT", "RES", state.ReserveCompanies(external));
+    intKey("KOMP_LOK", "KMP", state.CampCompanies(local));
+    intKey("KOMP_EXT", "KMP", state.CampCompanies(external));
+    intKey("KOMP_LOK", "PRS", state.PrisonCompanies(local));
+    intKey("KOMP_EXT", "PRS", state.PrisonCompanies(external));
+
+    auto& deck = progress.Deck;
+    const auto l = static_cast<std::size_t>(local - 1);
+    const auto e = static_cast<std::size_t>(external - 1);
+    intKey("CARD_LOK", "CNT", deck.CardCount[l]);
+    intKey("CARD_LOK", "CRD1", deck.CardHand[l][0]);
+    intKey("CARD_LOK", "CRD2", deck.CardHand[l][1]);
+    intKey("CARD_EXT", "CNT", deck.CardCount[e]);
+    intKey("CARD_EXT", "CRD1", deck.CardHand[e][0]);
+    intKey("CARD_EXT", "CRD2", deck.CardHand[e][1]);
+
+    for (int i = 0; i < CompassCardCount; ++i)
+        intKey("STACK", IndexedKey("CARD", i + 1), deck.CompassStack[static_cast<std::size_t>(i)]);
+    intKey("STACK", "POINT", deck.StackPoint);
+}
+
+int CheckedSide(int side, const char* key)
+{
+    if (side != 1 && side != 2)
+        throw SavedGameError("saved game: " + std::string(key) + " is " + std::to_string(side) + ", not a side");
+    return side;
+}
+
+} // namespace
+
+std::filesystem::path SavedGamePath(const std::filesystem::path& dataFolder, const std::string& externalUser)
+{
+    return dataFolder / (externalUser + ".vkh");
+}
+
+bool SaveGame(const std::filesystem::path& path, const BoardState& state, const GameProgress& progress)
+{
+    std::error_code ignored;
+    std::filesystem::remove(path, ignored);
+
+    const int local = CheckedSide(state.LocalSide, "LOK");
+    const int external = CheckedSide(progress.ExternalSide, "EXT");
+    bool written = true;
+    const auto put = [&](const char* section, const std::string& key, const std::string& value) {
+        written = WriteProfileString(section, key, value, path) && written;
+    };
+    put("MAIN", "LOK", std::to_string(local));
+    put("MAIN", "EXT", std::to_string(external));
+    put("MAIN", "BEURT", std::to_string(progress.TurnNumber));
+
+    VisitKeys(state, progress, local, external, [&](const char* section, const std::string& key, const auto& value) {
+        if constexpr (std::is_same_v<std::decay_t<decltype(value)>, std::string>)
+            put(section, key, value);
+        else
+            put(section, key, std::to_string(value));
+    });
+    return written;
+}
+
+void ReadSavedGame(const std::filesystem::path& path, BoardState& state, GameProgress& progress)
+{
+    const auto readInt = [&](const char* section, const std::string& key) {
+        return ProfileInt(ReadProfileString(section, key, "-1", path), std::string(section) + "/" + key);
+    };
+    state.LocalSide = readInt("MAIN", "LOK");
+    progress.ExternalSide = readInt("MAIN", "EXT");
+    const int local = CheckedSide(state.LocalSide, "LOK");
+    const int external = CheckedSide(progress.ExternalSide, "EXT");
+    progress.TurnNumber = readInt("MAIN", "BEURT");
+
+    VisitKeys(state, progress, local, external, [&](const char* section, const std::string& key, auto& value) {
+        if constexpr (std::is_same_v<std::decay_t<decltype(value)>, std::string>)
+            value = ReadProfileString(section, key, "", path);
+        else
+            value = readInt(section, key);
+    });
+}
+
+void LoadGame(const std::filesystem::path& path, BoardState& state, GameProgress& progress)
+{
+    ReadSavedGame(path, state, progress);
+    std::error_code ignored;
+    std::filesystem::remove(path, ignored);
+}
+
+void DrawBoardAfterLoad(BoardState& state)
+{
+    RebuildBoardCells(state);
+    DrawBoardSide(state, state.LocalSide == state.BoardSide ? 1 : 2);
+}
+
+} // namespace vk

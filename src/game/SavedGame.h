@@ -1,0 +1,57 @@
+#pragma once
+
+#include "board/BoardState.h"
+#include "cards/Deck.h"
+#include "shell/RunTimeFault.h"
+
+#include <filesystem>
+#include <string>
+
+namespace vk {
+
+// What a saved game holds beside the board and the armies of BoardState
+// (whose LocalSide is the key LOK).
+struct GameProgress {
+    int ExternalSide = 2;
+    int TurnNumber = 0;
+    CompassDeck Deck;
+    bool operator==(const GameProgress&) const = default;
+};
+
+// The file of the game against one opponent: DataFolder + the opponent's
+// player name + ".vkh".
+std::filesystem::path SavedGamePath(const std::filesystem::path& dataFolder, const std::string& externalUser);
+
+// A saved game whose LOK or EXT is no side: nothing can be stored through it.
+class SavedGameError : public RunTimeFault {
+public:
+    using RunTimeFault::RunTimeFault;
+};
+
+// SaveGame: deletes an old file, then writes every key, key by key, in the
+// order MAIN; per slot VEHPOS, CMPVEH, DIRVEH, VEHTAG, each _LOK then _EXT;
+// the six flag keys; per mine MIJN_GER then MIJN_REB; the companies; the
+// cards; STACK CARD01..CARD32 and POINT. _LOK sections hold the army of
+// LocalSide, _EXT sections that of ExternalSide; mines, BRANDSTOF and
+// TSETSE are stored by army. Returns false when a write failed.
+bool SaveGame(const std::filesystem::path& path, const BoardState& state, const GameProgress& progress);
+
+// Reads a saved game over `state` and `progress`: LOK into LocalSide and EXT
+// into ExternalSide first, then the rest through the sides just read. A
+// missing key gives -1 (a tag the empty text). Only what the file holds is
+// touched: BoardCell, HQCount, HQPlaceFree and the pictures are left to
+// DrawBoardAfterLoad. Raises ProfileValueError for a value that is no 16-bit
+// number and SavedGameError for a LOK or EXT that is not 1 or 2.
+void ReadSavedGame(const std::filesystem::path& path, BoardState& state, GameProgress& progress);
+
+// LoadGame: ReadSavedGame, then the file is deleted, so that a saved game is
+// good for one start.
+void LoadGame(const std::filesystem::path& path, BoardState& state, GameProgress& progress);
+
+// The redraw after a load: BoardCell rebuilt from the vehicle and mine
+// positions, then the board drawn from the view of army 1 when LocalSide
+// equals BoardSide and from that of army 2 otherwise, which hands out the HQ
+// places anew in slot order (HQCount, HQPlaceFree).
+void DrawBoardAfterLoad(BoardState& state);
+
+} // namespace vk
