@@ -51,8 +51,14 @@ struct SafeConductSeam {
 // the vehicle is destroyed when it has exactly 1 company, carries a flag or a
 // mine, or is the jeep. A vehicle that left its camp empty (0 companies) goes
 // to -1 companies and adds a prisoner: the test is on exactly 1.
+// A destruction sends everything aboard back: the companies to the reserve (the
+// last man is not captured), a flag to the flag reserve, a loaded mine to its
+// owner's store. The destroyed vehicle takes the tag of its slot with heading
+// "o", position 0, and its picture the place of a destroyed vehicle, in Stock
+// when it belongs to LocalSide. The company displays are not refreshed here.
 // Throws RunTimeFault for a side outside 1..2, a slot outside 0..10, and for a
-// destruction of a vehicle that does not stand on a road square 1..112.
+// destruction of a vehicle that does not stand on a road square 1..112 (it has
+// no cell), before anything is changed.
 ShotResult ResolveShot(BoardState& state, int shooterSide, int targetSlot, const SafeConductSeam& seam = {});
 
 // The jeep of `jeepSide` is covered by a Vrijgeleide: its companies go to its
