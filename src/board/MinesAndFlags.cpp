@@ -6,6 +6,7 @@ namespace vk {
 
 int FirstStoredMine(const BoardState& state, int side)
 {
+    CheckIndex(side, 1, 2, "Side");
     for (int mine = 0; mine < kMinesPerArmy; ++mine)
         if (state.MinePos(side, mine) == CampField(side))
             return mine;
@@ -14,6 +15,8 @@ int FirstStoredMine(const BoardState& state, int side)
 
 bool LoadMineInCamp(BoardState& state, int side, int slot, int mine)
 {
+    CheckIndex(side, 1, 2, "Side");
+    CheckIndex(slot, 0, kVehicleSlots - 1, "VehicleSlot");
     CheckIndex(mine, 0, kMinesPerArmy - 1, "MinePos");
     if (!IsCommandoSlot(slot) || state.VehiclePos(side, slot) != CampField(side))
         return false;
@@ -26,6 +29,7 @@ bool LoadMineInCamp(BoardState& state, int side, int slot, int mine)
 
 bool UnloadMineInCamp(BoardState& state, int side, int slot)
 {
+    CheckIndex(side, 1, 2, "Side");
     CheckIndex(slot, 0, kVehicleSlots - 1, "VehicleSlot");
     for (int mine = 0; mine < kMinesPerArmy; ++mine) {
         if (state.MinePos(side, mine) == -slot) {
@@ -39,6 +43,8 @@ bool UnloadMineInCamp(BoardState& state, int side, int slot)
 
 bool MineLayingOffered(const BoardState& state, int side, int slot, int from)
 {
+    CheckIndex(side, 1, 2, "Side");
+    CheckIndex(slot, 0, kVehicleSlots - 1, "VehicleSlot");
     if (!IsCommandoSlot(slot) || !IsRoadField(from))
         return false;
     if (TagCharAt(state.VehicleTag(side, slot), 14) != "1")

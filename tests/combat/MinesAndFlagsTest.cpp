@@ -110,6 +110,21 @@ TEST(Mines, NoQuestionOffTheRoad)
     EXPECT_FALSE(MineLayingOffered(state, 1, 6, 0));
 }
 
+TEST(Mines, IndicesOutsideTheTablesAreFaults)
+{
+    BoardState state = StartPosition(1);
+    EXPECT_THROW(FirstStoredMine(state, 0), RunTimeFault);
+    EXPECT_THROW(FirstStoredMine(state, 3), RunTimeFault);
+    EXPECT_THROW(LoadMineInCamp(state, 3, 6, 0), RunTimeFault);
+    EXPECT_THROW(LoadMineInCamp(state, 1, 11, 0), RunTimeFault);
+    EXPECT_THROW(LoadMineInCamp(state, 1, 6, -1), RunTimeFault);
+    EXPECT_THROW(UnloadMineInCamp(state, 0, 6), RunTimeFault);
+    EXPECT_THROW(UnloadMineInCamp(state, 1, -1), RunTimeFault);
+    EXPECT_THROW(MineLayingOffered(state, 3, 6, 7), RunTimeFault);
+    EXPECT_THROW(MineLayingOffered(state, 1, 11, 7), RunTimeFault);
+    EXPECT_THROW(FlagCount(state, 0), RunTimeFault);
+}
+
 TEST(Flags, FiveFlagsPerArmyAtTheStart)
 {
     const BoardState state = StartPosition(1);
