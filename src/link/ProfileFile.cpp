@@ -92,6 +92,10 @@ bool ReadLines(const std::filesystem::path& path, std::vector<std::string>& line
     return true;
 }
 
+// Writes the whole file. An existing file is overwritten in place and cut to
+// the new length afterwards rather than truncated first: a file system that
+// flushes a file truncated to nothing on its close (ext4) would otherwise
+// make every key of a saved game cost a disk flush.
 bool WriteLines(const std::filesystem::path& path, const std::vector<std::string>& lines)
 {
     std::string content;
@@ -99,12 +103,24 @@ bool WriteLines(const std::filesystem::path& path, const std::vector<std::string
         content += line;
         content += "\r\n";
     }
-    std::ofstream out(path, std::ios::binary | std::ios::trunc);
+    std::error_code error;
+    const bool existed = std::filesystem::exists(path, error);
+    if (error)
+        return false;
+    const std::uintmax_t oldSize = existed ? std::filesystem::file_size(path, error) : 0;
+    if (error)
+        return false;
+    std::fstream out(path, existed ? (std::ios::in | std::ios::out | std::ios::binary)
+                                   : (std::ios::out | std::ios::binary | std::ios::trunc));
     if (!out)
         return false;
     out.write(content.data(), static_cast<std::streamsize>(content.size()));
     out.close();
-    return !out.fail();
+    if (out.fail())
+        return false;
+    if (oldSize > content.size())
+        std::filesystem::resize_file(path, content.size(), error);
+    return !error;
 }
 
 std::string CutToBuffer(std::string_view text)

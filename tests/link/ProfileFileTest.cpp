@@ -58,6 +58,13 @@ TEST_F(ProfileFileTest, ExistingKeyIsReplacedWhereItStands)
     EXPECT_EQ(Get(), "[GENERAL]\r\nA=1\r\nB=-1\r\nC=3\r\n");
 }
 
+TEST_F(ProfileFileTest, ShorterValueLeavesNothingOfTheOldOneBehind)
+{
+    Put("[GENERAL]\r\nVEHTAG=infanterie_1_3_1_o\r\nTO=45\r\n");
+    vk::WriteProfileString("GENERAL", "VEHTAG", "x", file);
+    EXPECT_EQ(Get(), "[GENERAL]\r\nVEHTAG=x\r\nTO=45\r\n");
+}
+
 TEST_F(ProfileFileTest, KeyWrittenTwiceKeepsOneLineWithTheLastValue)
 {
     vk::WriteProfileString("GENERAL", "TURN", "7", file);
