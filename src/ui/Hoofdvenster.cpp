@@ -107,7 +107,9 @@ void Hoofdvenster::BuildTopLevel()
     frExtern->SetEnabled(false);
 
     frDices = Add(new FrameControl(this, QStringLiteral("frDices"), QStringLiteral("Actie Commando")));
-    frDices->Move(2160, 960, 2775, 2175);
+    // Until the board's redraw moves it, it stands where the redraw of view 1
+    // puts it: its design place 2160, 960 covers the prison island of army 2.
+    frDices->Move(12720, 6930, 2775, 2175);
 
     Stock = Add(new FrameControl(this, QStringLiteral("Stock"), QStringLiteral("Arsenaal")));
     // Moved from 7920, 0 (over fields 2 to 4, 20, 21) to the sea along the right edge.
