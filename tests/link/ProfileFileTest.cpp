@@ -172,6 +172,39 @@ TEST_F(ProfileFileTest, FileHoldingOnlyItsFirstKeys)
     EXPECT_EQ(vk::ReadProfileString("GENERAL", "VEHTAG", "", file), "");
 }
 
+TEST_F(ProfileFileTest, ActionRecordIsCompleteOnlyOnceItsLastKeyArrived)
+{
+    // The writer adds one key per write; a reader polling the commit key
+    // VEHTAG sees the empty default after every write but the last, and then
+    // every key at once.
+    const char* keys[][2] = {{"DIRECT", "1"}, {"DICE", "3"}, {"VEH", "0"}, {"ACT", "1"},
+                             {"FROM", "45"},  {"TO", "50"},  {"VEHTAG", "tank_1_2_o"}};
+    for (const auto& key : keys) {
+        EXPECT_EQ(vk::ReadProfileString("GENERAL", "VEHTAG", "", file), "") << "before " << key[0];
+        vk::WriteProfileString("GENERAL", key[0], key[1], file);
+    }
+    for (const auto& key : keys)
+        EXPECT_EQ(vk::ReadProfileString("GENERAL", key[0], "", file), key[1]);
+}
+
+TEST_F(ProfileFileTest, TossFileWithoutItsKeyGivesTheReadersOwnResult)
+{
+    // A .dNN caught before GOOI was written: read with the reader's own sum
+    // as the default, it gives a tie.
+    Put("");
+    EXPECT_EQ(vk::ReadProfileString("GENERAL", "GOOI", "8", file), "8");
+    Put("[GENERAL]\r\n");
+    EXPECT_EQ(vk::ReadProfileString("GENERAL", "GOOI", "8", file), "8");
+}
+
+TEST_F(ProfileFileTest, NameWithBlanksMakesAFileNameWithBlanks)
+{
+    const fs::path blanks = folder / "Jan de Vries.xid";
+    EXPECT_TRUE(vk::WriteProfileString("GENERAL", "USER_ID", "Jan de Vries", blanks));
+    EXPECT_TRUE(fs::exists(blanks));
+    EXPECT_EQ(vk::ReadProfileString("GENERAL", "USER_ID", "", blanks), "Jan de Vries");
+}
+
 TEST_F(ProfileFileTest, EmptyFileGivesDefaultAndTakesASection)
 {
     Put("");
