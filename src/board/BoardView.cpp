@@ -274,4 +274,22 @@ void RebuildBoardCells(BoardState& state)
     }
 }
 
+void RedrawAfterLoad(BoardState& state)
+{
+    RebuildBoardCells(state);
+    DrawBoardSide(state, state.LocalSide == 1 ? 1 : 2);
+    for (int side = 1; side <= 2; ++side)
+        for (int slot = 0; slot < kVehicleSlots; ++slot) {
+            if (state.VehiclePos(side, slot) != kOutOfGame)
+                continue;
+            const PlacedBox box = DestroyedVehicleBox(state.BoardSide, side, slot);
+            Picture& picture = state.VehiclePicture(side, slot);
+            picture.Left = box.Left;
+            picture.Top = box.Top;
+            picture.Width = box.Width;
+            picture.Height = box.Height;
+            picture.InStock = side == state.LocalSide;
+        }
+}
+
 } // namespace vk

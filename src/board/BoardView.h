@@ -103,4 +103,10 @@ void ToggleBoardSide(BoardState& state);
 // BoardCell and HQCount rebuilt from the vehicle and mine positions (after loading a game).
 void RebuildBoardCells(BoardState& state);
 
+// After a saved game has been read into the positions: BoardCell and HQCount rebuilt, then
+// the redraw for view 1 when LocalSide is 1, else for view 2. A loaded game has no picture
+// place of a destroyed vehicle to shift from, so such a vehicle is put straight at its place
+// of the drawn view (DestroyedVehicleBox), in Stock when it belongs to LocalSide.
+void RedrawAfterLoad(BoardState& state);
+
 } // namespace vk

@@ -1,6 +1,6 @@
 #include "board/BoardTables.h"
 #include "shell/RunTimeFault.h"
-#include "DesignTables.h"
+#include "ReferenceTables.h"
 
 #include <gtest/gtest.h>
 
@@ -13,7 +13,7 @@
 namespace vk {
 namespace {
 
-struct DesignRow {
+struct ReferenceRow {
     int field = 0;
     std::vector<int> roads;
     std::vector<int> headings;
@@ -51,10 +51,10 @@ std::vector<int> Numbers(const std::string& text)
     return numbers;
 }
 
-DesignRow ParseRow(const std::string& row)
+ReferenceRow ParseRow(const std::string& row)
 {
     const std::vector<std::string> cells = SplitCells(row);
-    DesignRow d;
+    ReferenceRow d;
     d.field = std::stoi(cells.at(0));
     std::istringstream roads(cells.at(1));
     std::string word;
@@ -78,17 +78,17 @@ DesignRow ParseRow(const std::string& row)
     return d;
 }
 
-std::vector<DesignRow> DesignRows()
+std::vector<ReferenceRow> ReferenceRows()
 {
-    std::vector<DesignRow> rows;
+    std::vector<ReferenceRow> rows;
     for (const char* row : testdata::kRoadRows)
         rows.push_back(ParseRow(row));
     return rows;
 }
 
-TEST(BoardTables, RoadsAndHeadingsOfRoadSquaresEqualTheDesignTable)
+TEST(BoardTables, RoadsAndHeadingsOfRoadSquaresEqualTheReferenceTable)
 {
-    for (const DesignRow& d : DesignRows()) {
+    for (const ReferenceRow& d : ReferenceRows()) {
         SCOPED_TRACE(d.field);
         for (int k = 0; k < 3; ++k) {
             const int road = k < static_cast<int>(d.roads.size()) ? d.roads[k] : -1;
@@ -115,9 +115,9 @@ TEST(BoardTables, RowsOfTheLargeAreasHoldOnlyTheirRoads)
         }
 }
 
-TEST(BoardTables, AnchorsEqualTheDesignTable)
+TEST(BoardTables, AnchorsEqualTheReferenceTable)
 {
-    for (const DesignRow& d : DesignRows()) {
+    for (const ReferenceRow& d : ReferenceRows()) {
         SCOPED_TRACE(d.field);
         EXPECT_EQ(FieldAnchorX(d.field, 0), d.a0x);
         EXPECT_EQ(FieldAnchorY(d.field, 0), d.a0y);
@@ -146,9 +146,9 @@ TEST(BoardTables, AnchorForPicksHorizontalForEastAndWest)
     EXPECT_EQ(PictureHeightFor(2), 750);
 }
 
-TEST(BoardTables, HitRectanglesOfRoadSquaresEqualTheDesignTable)
+TEST(BoardTables, HitRectanglesOfRoadSquaresEqualTheReferenceTable)
 {
-    for (const DesignRow& d : DesignRows()) {
+    for (const ReferenceRow& d : ReferenceRows()) {
         SCOPED_TRACE(d.field);
         EXPECT_EQ(FieldHit(d.field), d.hit);
         EXPECT_EQ(ComputeFieldHit(d.field), d.hit);
@@ -178,9 +178,9 @@ TEST(BoardTables, HitRuleExceptions)
     EXPECT_EQ(FieldHit(2), (TwipRect{7385, 1110, 8135, 1860}));
 }
 
-TEST(BoardTables, MineSidesEqualTheDesignTable)
+TEST(BoardTables, MineSidesEqualTheReferenceTable)
 {
-    for (const DesignRow& d : DesignRows()) {
+    for (const ReferenceRow& d : ReferenceRows()) {
         SCOPED_TRACE(d.field);
         EXPECT_EQ(MineSide(d.field), d.mineSide);
     }

@@ -283,3 +283,43 @@ TEST(RebuildBoardCells, CellsAndHQCountFromThePositions)
 
 } // namespace
 } // namespace vk
+
+namespace vk {
+namespace {
+
+TEST(RedrawAfterLoad, RebuildsTheBoardInTheViewOfTheLocalSide)
+{
+    std::mt19937 random(23);
+    const BoardState played = testing::RandomPosition(random, 120);
+    BoardState loaded = testing::NewGame();
+    loaded.LocalSide = 2;
+    loaded.vehiclePos = played.vehiclePos;
+    loaded.vehicleDir = played.vehicleDir;
+    loaded.vehicleCompanies = played.vehicleCompanies;
+    loaded.vehicleTag = played.vehicleTag;
+    loaded.minePos = played.minePos;
+    loaded.VehiclePos(1, 4) = 0;
+    loaded.VehiclePos(2, 6) = 0;
+    BoardState expected = played;
+    expected.VehiclePos(1, 4) = 0;
+    expected.VehiclePos(2, 6) = 0;
+    RebuildBoardCells(expected);
+    RedrawAfterLoad(loaded);
+    EXPECT_EQ(loaded.BoardSide, 2);
+    EXPECT_EQ(loaded.cells, expected.cells);
+    EXPECT_EQ(loaded.hqCount, played.hqCount);
+    EXPECT_EQ(loaded.VehiclePicture(1, 4), (Picture{120, 4 * 480 + 1095, 750, 330, true, false, ""}));
+    EXPECT_EQ(loaded.VehiclePicture(2, 6), (Picture{120, 6 * 480 + 360, 750, 330, true, true, ""}));
+    for (int side = 1; side <= 2; ++side)
+        for (int slot = 0; slot < 11; ++slot) {
+            const int pos = loaded.VehiclePos(side, slot);
+            if (IsRoadField(pos)) {
+                const Picture& picture = loaded.VehiclePicture(side, slot);
+                EXPECT_EQ((PlacedBox{picture.Left, picture.Top, picture.Width, picture.Height}),
+                          VehicleOnFieldBox(kView2, pos, loaded.VehicleDir(side, slot)));
+            }
+        }
+}
+
+} // namespace
+} // namespace vk

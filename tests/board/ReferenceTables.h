@@ -1,6 +1,6 @@
 #pragma once
 
-// The board as the design tables write it, copied row by row as text so that the
+// The board tables typed in by hand, row by row as text, so that the
 // tests read the numbers independently of the tables under test.
 
 namespace vk::testdata {
