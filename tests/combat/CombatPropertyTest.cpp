@@ -9,6 +9,7 @@
 
 #include "CombatFixtures.h"
 #include "board/MinesAndFlags.h"
+#include "board/Movement.h"
 #include "board/Shooting.h"
 
 namespace vk {
@@ -268,6 +269,57 @@ TEST(CombatProperty, OpponentsCopyMakesTheSameChangesInItsOwnView)
         }
         EXPECT_FALSE(asked);
     }
+}
+
+// Shots found by the judge (the walk of exactly the die's value) mixed with the
+// moves of the same vehicles: carriers move, lay and take mines, load flags and
+// are shot down; each action is carried out on a second copy as its replay.
+TEST(CombatProperty, JudgedShotsAndMovesKeepTheBooksAndReplayEqually)
+{
+    std::mt19937 random(5150);
+    int shots = 0;
+    int moves = 0;
+    for (int round = 0; round < 300; ++round) {
+        BoardState state = RandomPosition(random, Draw(random, 1, 2));
+        BoardState replay = state;
+        for (int action = 0; action < 30; ++action) {
+            const int side = Draw(random, 1, 2);
+            const int slot = Draw(random, 0, kVehicleSlots - 1);
+            const int from = state.VehiclePos(side, slot);
+            if (!IsRoadField(from))
+                continue;
+            const int steps = Draw(random, 1, 12);
+            std::vector<int> destinations;
+            for (int to = 1; to <= 118; ++to)
+                if (JudgeMove(state, side, slot, from, to, steps, true).Legal)
+                    destinations.push_back(to);
+            if (destinations.empty())
+                continue;
+            const int to = destinations[static_cast<std::size_t>(Draw(random, 0, static_cast<int>(destinations.size()) - 1))];
+            ASSERT_TRUE(IsLegalMove(state, side, slot, from, to, steps, true));
+            replay.Verdict = state.Verdict;
+            if (state.Verdict.ShootAllowed) {
+                const int target = std::abs(state.Verdict.ShootTarget) - 1;
+                ASSERT_EQ(state.VehiclePos(OtherSide(side), target), to);
+                ResolveShot(state, side, target);
+                ResolveShot(replay, side, target);
+                ++shots;
+            } else {
+                const bool leaveMine = MineLayingOffered(state, side, slot, from) && Draw(random, 0, 1) == 1;
+                ExecuteMove(state, side, slot, from, to, leaveMine);
+                ExecuteMove(replay, side, slot, from, to, leaveMine);
+                ++moves;
+            }
+            ASSERT_EQ(state, replay) << "round " << round << " action " << action;
+            for (int army = 1; army <= 2; ++army) {
+                ASSERT_EQ(state.CompanySum(army), 25) << "round " << round << " action " << action;
+                EXPECT_EQ(FlagCount(state, army), 5);
+            }
+            ExpectMinesWhole(state);
+        }
+    }
+    EXPECT_GT(shots, 100);
+    EXPECT_GT(moves, 1000);
 }
 
 } // namespace
