@@ -147,8 +147,8 @@ QPainterPath LandShape() {
   cut(QRectF(9160, 10900, 10580 - 9160, 3000), 23);          // bay between fields 54 and 57
   cut(QRectF(14240, 10060, 16900 - 14240, 3600), 24);        // bay between fields 62 and 68
   // The straits around the two prison islands.
-  land = land.subtracted(WavyOutline(QRectF(-600, -600, 4420 + 600, 3560 + 600), 40, 25, 0.02));
-  land = land.subtracted(WavyOutline(QRectF(20900, 9020, 6000, 6000), 40, 26, 0.02));
+  land = land.subtracted(WavyOutline(QRectF(-600, -600, 4420 + 600, 3560 + 600), 80, 25, 0.25));
+  land = land.subtracted(WavyOutline(QRectF(20900, 9020, 6000, 6000), 80, 26, 0.25));
   land = land.united(WavyOutline(QRectF(1560, 930, 3740 - 1560, 3095 - 930), 35, 27, 0.35));
   land = land.united(WavyOutline(QRectF(21440, 9480, 23640 - 21440, 11690 - 9480), 35, 28, 0.35));
   return land.simplified();
@@ -213,12 +213,15 @@ void PaintLand(QPainter& p, const QPainterPath& land) {
   p.restore();
 }
 
+// Where the peaks stand: between the roads of 24, 41 and 43.
+const QRectF kMountains(10750, 5000, 1250, 1850);
+
 // True when a decoration at `r` stays clear of roads, areas and the frames
 // that lie over the board.
 bool ClearOfPlay(const QRectF& r) {
   for (int f = 1; f <= kLastField; ++f)
     if (ToRectF(FieldHit(f)).adjusted(-160, -160, 160, 160).intersects(r)) return false;
-  const QRectF frames[] = {QRectF(12720, 6930, 2775, 2175), QRectF(7635, 5475, 2895, 375),
+  const QRectF frames[] = {QRectF(12720, 6930, 2775, 2175), QRectF(7635, 5475, 2895, 375), kMountains,
                            QRectF(17480, 9980, 1170, 740), QRectF(6350, 1550, 1350, 900)};
   for (const QRectF& f : frames)
     if (f.adjusted(-100, -100, 100, 100).intersects(r)) return false;
@@ -255,6 +258,122 @@ void PaintTrees(QPainter& p, const QPainterPath& land) {
       p.drawEllipse(box.adjusted(ring * 110, ring * 50, -ring * 110, -ring * 50));
     }
     p.setPen(Qt::NoPen);
+  }
+}
+
+// Farmland: a patch of striped fields, turned a little.
+void PaintFarm(QPainter& p, QPointF centre, double w, double h, double angle, Dice& dice) {
+  p.save();
+  p.translate(centre);
+  p.rotate(angle);
+  const QColor crops[4] = {QColor(200, 190, 110), QColor(168, 186, 96), QColor(214, 200, 130), QColor(150, 170, 90)};
+  const int strips = 4 + static_cast<int>(dice.Between(0, 3));
+  for (int i = 0; i < strips; ++i) {
+    const QRectF strip(-w / 2 + i * w / strips, -h / 2, w / strips, h);
+    p.setPen(Qt::NoPen);
+    p.setBrush(crops[static_cast<int>(dice.Between(0, 4)) % 4]);
+    p.drawRect(strip);
+    p.setPen(QPen(QColor(120, 110, 60, 90), 10));
+    for (double y = -h / 2 + 40; y < h / 2; y += 70) p.drawLine(QPointF(strip.left() + 20, y), QPointF(strip.right() - 20, y));
+  }
+  p.setPen(QPen(QColor(110, 90, 50, 160), 14));
+  p.setBrush(Qt::NoBrush);
+  p.drawRect(QRectF(-w / 2, -h / 2, w, h));
+  p.restore();
+}
+
+// A village: a few houses with red roofs around a square.
+void PaintVillage(QPainter& p, QPointF centre, Dice& dice) {
+  const int houses = 3 + static_cast<int>(dice.Between(0, 4));
+  for (int i = 0; i < houses; ++i) {
+    const double a = i * 2 * M_PI / houses + dice.Between(-0.3, 0.3);
+    const QPointF at = centre + QPointF(std::cos(a) * 190, std::sin(a) * 150);
+    const bool wide = dice.Unit() < 0.5;
+    const QRectF house(at.x() - (wide ? 95 : 65), at.y() - (wide ? 65 : 95), wide ? 190 : 130, wide ? 130 : 190);
+    p.setPen(Qt::NoPen);
+    p.setBrush(QColor(60, 50, 40, 90));
+    p.drawRect(house.translated(22, 22));
+    p.setPen(QPen(QColor(110, 40, 30), 12));
+    p.setBrush(QColor(186, 74, 52));
+    p.drawRect(house);
+    p.setPen(QPen(QColor(120, 46, 34), 14));
+    if (wide) p.drawLine(QPointF(house.left(), house.center().y()), QPointF(house.right(), house.center().y()));
+    else p.drawLine(QPointF(house.center().x(), house.top()), QPointF(house.center().x(), house.bottom()));
+  }
+  // The church tower.
+  p.setPen(QPen(QColor(70, 70, 80), 12));
+  p.setBrush(QColor(150, 150, 160));
+  p.drawRect(QRectF(centre.x() - 55, centre.y() - 55, 110, 110));
+}
+
+// The mountain that gives the island its name: a horn-shaped peak among
+// lower ones, with snow on the tops.
+void PaintMountains(QPainter& p, const QRectF& area) {
+  struct Peak {
+    double x, y, w, h;
+  };
+  const Peak peaks[] = {{0.18, 0.78, 0.38, 0.42}, {0.78, 0.86, 0.40, 0.40}, {0.50, 0.60, 0.55, 0.62},
+                        {0.30, 0.95, 0.36, 0.30}, {0.70, 1.00, 0.34, 0.28}};
+  for (const Peak& k : peaks) {
+    const QPointF foot(area.left() + k.x * area.width(), area.top() + k.y * area.height());
+    const double w = k.w * area.width() * 1.3, h = k.h * area.width() * 1.1;
+    QPolygonF hill;
+    hill << QPointF(foot.x() - w / 2, foot.y()) << QPointF(foot.x() - w * 0.05, foot.y() - h)
+         << QPointF(foot.x() + w * 0.02, foot.y() - h * 0.97) << QPointF(foot.x() + w / 2, foot.y());
+    p.setPen(QPen(QColor(90, 70, 60), 14));
+    p.setBrush(QColor(150, 128, 104));
+    p.drawPolygon(hill);
+    QPolygonF shade;
+    shade << QPointF(foot.x() + w * 0.02, foot.y() - h * 0.97) << QPointF(foot.x() + w / 2, foot.y())
+          << QPointF(foot.x() + w * 0.08, foot.y());
+    p.setPen(Qt::NoPen);
+    p.setBrush(QColor(118, 98, 82));
+    p.drawPolygon(shade);
+    QPolygonF snow;
+    snow << QPointF(foot.x() - w * 0.05, foot.y() - h) << QPointF(foot.x() - w * 0.16, foot.y() - h * 0.72)
+         << QPointF(foot.x() - w * 0.04, foot.y() - h * 0.78) << QPointF(foot.x() + w * 0.05, foot.y() - h * 0.7)
+         << QPointF(foot.x() + w * 0.13, foot.y() - h * 0.74) << QPointF(foot.x() + w * 0.02, foot.y() - h * 0.97);
+    p.setBrush(QColor(250, 250, 246));
+    p.drawPolygon(snow);
+  }
+  // The horn: a curved spire on the middle peak.
+  const QPointF top(area.left() + 0.45 * area.width(), area.top() + 0.60 * area.height() - 0.62 * area.width() * 1.1 + 60);
+  QPainterPath horn;
+  horn.moveTo(top + QPointF(-120, 200));
+  horn.cubicTo(top + QPointF(-90, 60), top + QPointF(-40, -120), top + QPointF(60, -230));
+  horn.cubicTo(top + QPointF(10, -80), top + QPointF(30, 60), top + QPointF(90, 200));
+  horn.closeSubpath();
+  p.setPen(QPen(QColor(90, 70, 60), 14));
+  p.setBrush(QColor(238, 238, 232));
+  p.drawPath(horn);
+}
+
+void PaintCountryside(QPainter& p, const QPainterPath& land) {
+  Dice dice(2026);
+  std::vector<QRectF> taken;
+  const auto free = [&](const QRectF& box) {
+    for (const QRectF& t : taken)
+      if (t.intersects(box)) return false;
+    return land.contains(box) && ClearOfPlay(box);
+  };
+  int farms = 0;
+  for (int attempt = 0; attempt < 400 && farms < 16; ++attempt) {
+    const QPointF at(dice.Between(2000, 23300), dice.Between(1200, 11800));
+    const double w = dice.Between(700, 1200), h = dice.Between(500, 800);
+    const QRectF box(at.x() - w / 2 - 60, at.y() - h / 2 - 60, w + 120, h + 120);
+    if (!free(box)) continue;
+    taken.push_back(box);
+    PaintFarm(p, at, w, h, dice.Between(-12, 12), dice);
+    ++farms;
+  }
+  int villages = 0;
+  for (int attempt = 0; attempt < 400 && villages < 7; ++attempt) {
+    const QPointF at(dice.Between(2000, 23300), dice.Between(1200, 11800));
+    const QRectF box(at.x() - 420, at.y() - 380, 840, 760);
+    if (!free(box)) continue;
+    taken.push_back(box);
+    PaintVillage(p, at, dice);
+    ++villages;
   }
 }
 
@@ -298,9 +417,9 @@ void PaintStrategicLinks(QPainter& p) {
   for (const StrategicLink& link : kStrategicLinks) {
     const QPointF a = ToRectF(FieldHit(link.A)).center();
     const QPointF b = ToRectF(FieldHit(link.B)).center();
-    p.setPen(QPen(QColor(255, 248, 225, 210), 95, Qt::SolidLine, Qt::RoundCap));
+    p.setPen(QPen(QColor(255, 248, 225, 150), 70, Qt::SolidLine, Qt::RoundCap));
     p.drawLine(a, b);
-    QPen dash(QColor(168, 40, 40), 50, Qt::CustomDashLine, Qt::FlatCap);
+    QPen dash(QColor(168, 40, 40, 210), 38, Qt::CustomDashLine, Qt::FlatCap);
     dash.setDashPattern({3.0, 2.0});
     p.setPen(dash);
     p.drawLine(a, b);
@@ -659,6 +778,8 @@ QImage DrawBoard() {
   PaintSea(p);
   const QPainterPath land = LandShape();
   PaintLand(p, land);
+  PaintCountryside(p, land);
+  PaintMountains(p, kMountains);
   PaintTrees(p, land);
   PaintCompassRose(p, QPointF(720, 12400), 520);
 

@@ -37,109 +37,122 @@ QPainterPath ChitOutline() {
   return path;
 }
 
+// Silhouettes seen from above, nose along +x: light bodies with dark outlines
+// and dark running gear, so the type stands out on the army's colour.
 void PaintTank(QPainter& p, const QColor& ink, const QColor& light) {
   p.setPen(Qt::NoPen);
   p.setBrush(ink);
-  p.drawRect(QRectF(17, 3, 23, 4));   // tracks
-  p.drawRect(QRectF(17, 15, 23, 4));
-  p.setBrush(ink.lighter(135));
-  p.drawRect(QRectF(18, 6, 21, 10));  // hull
-  p.setBrush(ink);
-  p.drawRect(QRectF(30, 10, 17, 2.4));  // barrel
-  p.drawEllipse(QPointF(27, 11), 5.2, 5.2);  // turret
+  p.drawRect(QRectF(16.5, 2.5, 24, 4.5));   // tracks
+  p.drawRect(QRectF(16.5, 15, 24, 4.5));
+  p.setPen(QPen(ink, 0.9));
   p.setBrush(light);
-  p.drawEllipse(QPointF(26, 11), 1.6, 1.6);  // hatch
+  p.drawRect(QRectF(17.5, 6, 22, 10));      // hull
+  p.setPen(Qt::NoPen);
+  p.setBrush(ink);
+  p.drawRect(QRectF(30, 9.9, 18, 2.4));     // barrel
+  p.setPen(QPen(ink, 1.0));
+  p.setBrush(light.darker(115));
+  p.drawEllipse(QPointF(27, 11), 5.0, 5.0); // turret
+  p.setPen(Qt::NoPen);
+  p.setBrush(ink);
+  p.drawEllipse(QPointF(26, 11), 1.3, 1.3); // hatch
 }
 
 void PaintKanon(QPainter& p, const QColor& ink, const QColor& light) {
   p.setPen(QPen(ink, 2.0, Qt::SolidLine, Qt::RoundCap));
-  p.drawLine(QPointF(31, 11), QPointF(18, 4.5));  // split trail
-  p.drawLine(QPointF(31, 11), QPointF(18, 17.5));
+  p.drawLine(QPointF(31, 11), QPointF(17.5, 4));  // split trail
+  p.drawLine(QPointF(31, 11), QPointF(17.5, 18));
   p.setPen(Qt::NoPen);
   p.setBrush(ink);
-  p.drawRect(QRectF(25, 2.5, 6, 4));    // wheels
-  p.drawRect(QRectF(25, 15.5, 6, 4));
-  p.drawRect(QRectF(31, 5, 3, 12));     // shield
-  p.drawRect(QRectF(33, 9.8, 15, 2.4)); // long barrel
+  p.drawRect(QRectF(25, 2, 6, 4.5));    // wheels
+  p.drawRect(QRectF(25, 15.5, 6, 4.5));
+  p.setPen(QPen(ink, 0.9));
   p.setBrush(light);
-  p.drawRect(QRectF(46, 9.3, 2.5, 3.4));  // muzzle brake
+  p.drawRect(QRectF(30.5, 5, 3.5, 12)); // shield
+  p.setPen(Qt::NoPen);
+  p.setBrush(ink);
+  p.drawRect(QRectF(34, 9.8, 13.5, 2.4)); // long barrel
+  p.drawRect(QRectF(45.5, 8.8, 3, 4.4));  // muzzle brake
 }
 
 void PaintInfanterie(QPainter& p, const QColor& ink, const QColor& light) {
+  p.setPen(QPen(ink, 0.9));
+  p.setBrush(light);
+  p.drawRoundedRect(QRectF(37.5, 4.5, 7.5, 13), 2, 2);  // cab
+  p.setBrush(QColor(226, 214, 170));
+  p.drawRect(QRectF(16.5, 3, 20, 16));                   // canvas over the cargo bed
   p.setPen(Qt::NoPen);
   p.setBrush(ink);
-  p.drawRoundedRect(QRectF(37, 4.5, 8, 13), 2, 2);  // cab
-  p.setBrush(ink.lighter(135));
-  p.drawRect(QRectF(17, 3.5, 19, 15));               // cargo bed
-  p.setBrush(light);
-  p.drawRect(QRectF(42, 5.5, 2, 11));                // windscreen
+  p.drawRect(QRectF(42, 5.5, 1.8, 11));                  // windscreen
   // Helmets of the soldiers aboard.
-  p.setBrush(ink);
   for (int row = 0; row < 2; ++row)
-    for (int col = 0; col < 3; ++col) p.drawEllipse(QPointF(20.5 + 6 * col, 7.5 + 7 * row), 2.2, 2.2);
+    for (int col = 0; col < 3; ++col) p.drawEllipse(QPointF(20.5 + 6 * col, 7.3 + 7.4 * row), 2.3, 2.3);
 }
 
-void PaintCommando(QPainter& p, const QColor& ink, const QColor& light) {
+void PaintCommando(QPainter& p, const QColor& ink, const QColor&) {
   // The commando dagger, point forward.
   QPainterPath blade;
-  blade.moveTo(27, 8.2);
-  blade.lineTo(43, 9.6);
-  blade.lineTo(48, 11);
-  blade.lineTo(43, 12.4);
-  blade.lineTo(27, 13.8);
+  blade.moveTo(27, 8);
+  blade.lineTo(43, 9.5);
+  blade.lineTo(48.5, 11);
+  blade.lineTo(43, 12.5);
+  blade.lineTo(27, 14);
   blade.closeSubpath();
-  p.setPen(QPen(ink, 0.8));
-  p.setBrush(light);
+  p.setPen(QPen(ink, 0.9));
+  p.setBrush(QColor(236, 238, 242));
   p.drawPath(blade);
   p.setPen(Qt::NoPen);
   p.setBrush(ink);
-  p.drawRect(QRectF(25, 4, 2.6, 14));    // guard
-  p.drawRoundedRect(QRectF(17, 8.5, 8.5, 5), 1.5, 1.5);  // grip
-  p.drawEllipse(QPointF(17, 11), 2.2, 2.2);  // pommel
+  p.drawRect(QRectF(25, 3.5, 2.8, 15));                   // guard
+  p.drawRoundedRect(QRectF(17, 8.3, 8.5, 5.4), 1.5, 1.5); // grip
+  p.drawEllipse(QPointF(17, 11), 2.4, 2.4);               // pommel
 }
 
 void PaintGenie(QPainter& p, const QColor& ink, const QColor& light) {
   p.setPen(Qt::NoPen);
   p.setBrush(ink);
-  p.drawRect(QRectF(18, 3.5, 18, 3));   // tracks
-  p.drawRect(QRectF(18, 15.5, 18, 3));
-  p.setBrush(ink.lighter(135));
-  p.drawRect(QRectF(19, 6, 16, 10));    // body
-  p.setBrush(ink);
-  p.drawRect(QRectF(35, 9.5, 6, 3));    // arms of the roller
-  p.drawRoundedRect(QRectF(41, 1.5, 5, 19), 2, 2);  // mine roller
-  p.setPen(QPen(light, 1.0));
-  for (double y = 4; y < 19; y += 3) p.drawLine(QPointF(41.5, y), QPointF(45.5, y));
-  // Engineer's crenellation on the body.
-  p.setPen(Qt::NoPen);
+  p.drawRect(QRectF(17.5, 2.5, 19, 4));  // tracks
+  p.drawRect(QRectF(17.5, 15.5, 19, 4));
+  p.setPen(QPen(ink, 0.9));
   p.setBrush(light);
-  p.drawRect(QRectF(22, 8, 10, 2));
-  p.drawRect(QRectF(22, 8, 2, 5));
+  p.drawRect(QRectF(18.5, 6, 17, 10));   // body
+  p.setPen(Qt::NoPen);
+  p.setBrush(ink);
+  p.drawRect(QRectF(35, 9.5, 6, 3));     // arms of the roller
+  p.drawRoundedRect(QRectF(41, 1.5, 5.5, 19), 2, 2);  // mine roller
+  p.setPen(QPen(light, 1.0));
+  for (double y = 4; y < 19; y += 3) p.drawLine(QPointF(41.5, y), QPointF(46, y));
+  // The engineers' battlement on the body.
+  p.setPen(Qt::NoPen);
+  p.setBrush(ink);
+  p.drawRect(QRectF(21.5, 11.5, 11, 2));
+  p.drawRect(QRectF(21.5, 8, 2, 5));
   p.drawRect(QRectF(26, 8, 2, 5));
-  p.drawRect(QRectF(30, 8, 2, 5));
+  p.drawRect(QRectF(30.5, 8, 2, 5));
 }
 
 void PaintJeep(QPainter& p, const QColor& ink, const QColor& light) {
   p.setPen(Qt::NoPen);
   p.setBrush(ink);
-  p.drawRect(QRectF(21, 2.5, 5, 3.5));  // wheels
-  p.drawRect(QRectF(21, 16, 5, 3.5));
-  p.drawRect(QRectF(38, 2.5, 5, 3.5));
-  p.drawRect(QRectF(38, 16, 5, 3.5));
-  p.setBrush(ink.lighter(140));
-  p.drawRoundedRect(QRectF(18, 5, 28, 12), 2.5, 2.5);  // body
+  p.drawRect(QRectF(21, 2, 5, 4));  // wheels
+  p.drawRect(QRectF(21, 16, 5, 4));
+  p.drawRect(QRectF(38, 2, 5, 4));
+  p.drawRect(QRectF(38, 16, 5, 4));
+  p.setPen(QPen(ink, 0.9));
   p.setBrush(light);
-  p.drawRect(QRectF(33, 5.5, 1.6, 11));  // windscreen
-  // White star on the bonnet.
+  p.drawRoundedRect(QRectF(18, 5, 28, 12), 2.5, 2.5);  // body
+  p.setPen(Qt::NoPen);
+  p.setBrush(ink);
+  p.drawRect(QRectF(32.5, 5.5, 1.8, 11));  // windscreen
+  // A star on the bonnet.
   QPainterPath star;
   for (int i = 0; i < 10; ++i) {
-    const double r = i % 2 == 0 ? 3.6 : 1.5;
+    const double r = i % 2 == 0 ? 3.8 : 1.6;
     const double a = -M_PI / 2 + i * M_PI / 5;
     const QPointF pt(40 + r * std::sin(a + M_PI / 2), 11 + r * std::cos(a + M_PI / 2));
     if (i == 0) star.moveTo(pt); else star.lineTo(pt);
   }
   star.closeSubpath();
-  p.setBrush(Qt::white);
   p.drawPath(star);
 }
 
@@ -224,14 +237,20 @@ QImage DrawVehicle(const VehicleLook& look, bool turnedView) {
   p.setPen(negative ? QColor(Qt::white) : ink);
   p.drawText(badge.adjusted(0, 0, 0, 1), Qt::AlignCenter, QString::number(look.companies));
 
-  // The mark, upright, over the middle of the chit.
+  // The mark, upright, on a plate over the middle of the chit: white behind a
+  // flag, yellow behind an own mine, red behind the enemy's mine.
   if (look.mark > 0) {
-    const QPointF centre = frame.map(QPointF(24.5, 11));
-    if (vk::IsInfantrySlot(look.slot)) {
-      PaintFlagIcon(p, centre, 15);
+    const QPointF centre = frame.map(QPointF(25, 11));
+    const bool flag = vk::IsInfantrySlot(look.slot);
+    const bool enemyMine = !flag && look.mark == 2;
+    p.setPen(QPen(ink, 1.0));
+    p.setBrush(flag ? QColor(Qt::white) : (enemyMine ? FlagRed() : FlagYellow()));
+    p.drawEllipse(centre, 8.0, 8.0);
+    if (flag) {
+      PaintFlagIcon(p, centre + QPointF(0.5, 0), 15);
     } else {
-      const int owner = look.mark == 2 ? 3 - look.side : look.side;
-      PaintMineIcon(p, centre, 4.6, owner, look.mark == 2);
+      const int owner = enemyMine ? 3 - look.side : look.side;
+      PaintMineIcon(p, centre, 3.6, owner, false);
     }
   }
   p.end();
