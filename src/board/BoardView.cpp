@@ -11,11 +11,11 @@ namespace {
 
 int CheckSide(int side) { return CheckIndex(side, 1, 2, "Side"); }
 
-// Half of a length, rounded to the nearest integer and to even on .5, as an
-// assignment of a division to a 16-bit integer does.
-int HalfRoundedEven(int length)
+// base + length / 2, rounded to the nearest integer and to even on .5, as the assignment
+// of that sum to a 16-bit integer does.
+int PlusHalfRoundedEven(int base, int length)
 {
-    return static_cast<int>(std::nearbyint(static_cast<double>(length) / 2.0));
+    return static_cast<int>(std::nearbyint(static_cast<double>(base) + static_cast<double>(length) / 2.0));
 }
 
 PlacedBox StoreBox(const BoardView& view, TwipPoint place, int mirrorWidth)
@@ -148,11 +148,10 @@ PlacedBox FieldMarkBoxAnyHeading(const BoardView& view, int field)
 TwipPoint HitCentre(const BoardView& view, int field)
 {
     const TwipRect hit = FieldHit(field);
-    const int halfX = HalfRoundedEven(hit.X2 - hit.X1);
-    const int halfY = HalfRoundedEven(hit.Y2 - hit.Y1);
     if (view.BoardSide == 2)
-        return TwipPoint{view.BoardWidth - hit.X2 + halfX, view.BoardHeight - hit.Y2 + halfY};
-    return TwipPoint{hit.X1 + halfX, hit.Y1 + halfY};
+        return TwipPoint{PlusHalfRoundedEven(view.BoardWidth - hit.X2, hit.X2 - hit.X1),
+                         PlusHalfRoundedEven(view.BoardHeight - hit.Y2, hit.Y2 - hit.Y1)};
+    return TwipPoint{PlusHalfRoundedEven(hit.X1, hit.X2 - hit.X1), PlusHalfRoundedEven(hit.Y1, hit.Y2 - hit.Y1)};
 }
 
 TwipPoint FramePosition(const BoardView& view, BoardFrame frame)

@@ -78,7 +78,8 @@ PlacedBox FieldMarkBox(const BoardView& view, int field, int heading);
 PlacedBox FieldMarkBoxAnyHeading(const BoardView& view, int field);
 
 // The point of a generated click on a field: the centre of its FieldHit, mirrored in view 2
-// (x = BoardWidth - x2 + (x2 - x1) / 2, the half rounded to the nearest even integer).
+// (x = BoardWidth - x2 + (x2 - x1) / 2; in view 1 x1 + (x2 - x1) / 2), the sum rounded to the
+// nearest integer and to the even one on .5.
 TwipPoint HitCentre(const BoardView& view, int field);
 
 // The fixed frames moved by a redraw.

@@ -126,8 +126,13 @@ TEST(BoardView, GeneratedClickAtTheCentreOfTheHitRectangle)
 {
     EXPECT_EQ(HitCentre(kView1, 1), (TwipPoint{6940, 1275}));
     EXPECT_EQ(HitCentre(kView2, 1), (TwipPoint{W - 7315 + 375, H - 1440 + 165}));
-    // 1605 / 2 rounds to 802, 1575 / 2 to 788: to the even integer.
-    EXPECT_EQ(HitCentre(kView1, 114), (TwipPoint{4200 + 802, 5525 + 788}));
+    // 4200 + 1605 / 2 = 5002.5 and 5525 + 1575 / 2 = 6312.5 round to the even 5002 and 6312;
+    // 21535 + 1995 / 2 = 22532.5 to 22532; 1680 + 2025 / 2 = 2692.5 to 2692.
+    EXPECT_EQ(HitCentre(kView1, 114), (TwipPoint{5002, 6312}));
+    EXPECT_EQ(HitCentre(kView1, 115).X, 22532);
+    EXPECT_EQ(HitCentre(kView1, 118).X, 2692);
+    // In view 2: 25225 - 5805 + 802.5 = 20222.5 gives 20222; 12650 - 7100 + 787.5 = 6337.5 gives 6338.
+    EXPECT_EQ(HitCentre(kView2, 114), (TwipPoint{20222, 6338}));
     for (int field = 1; field <= 118; ++field) {
         const TwipPoint p1 = HitCentre(kView1, field);
         const TwipPoint p2 = HitCentre(kView2, field);
