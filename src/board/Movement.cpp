@@ -1,10 +1,10 @@
 #include "board/Movement.h"
 
 #include "board/BoardView.h"
+#include "board/Shooting.h"
 #include "shell/RunTimeFault.h"
 
 #include <algorithm>
-#include <cstdlib>
 
 namespace vk {
 
@@ -41,20 +41,6 @@ int HeadingEntering(int to, int previous, int current)
         if (FieldRoads(to, k) == previous)
             return FieldHeading(to, k);
     return current;
-}
-
-// Who may shoot: mayShoot, at least one company aboard, not the jeep, an enemy target,
-// and the target is the jeep or no stronger than the shooter.
-bool ShotAllowedAt(const BoardState& state, int side, int slot, int targetCell, bool mayShoot)
-{
-    if (!mayShoot || state.VehicleCompanies(side, slot) < 1 || slot == kJeepSlot)
-        return false;
-    if (!IsEnemyVehicleCell(side, targetCell))
-        return false;
-    const int targetSlot = std::abs(targetCell) - 1;
-    if (targetSlot == kJeepSlot)
-        return true;
-    return state.VehicleCompanies(side, slot) >= state.VehicleCompanies(OtherSide(side), targetSlot);
 }
 
 std::string DropLast(const std::string& text, std::size_t count)
@@ -257,8 +243,9 @@ MoveVerdict JudgeMove(const BoardState& state, int side, int slot, int from, int
         return verdict;
     }
 
-    // A vehicle on the destination: a shot, judged without blocking; the heading stays.
-    if (ShotAllowedAt(state, side, slot, target, mayShoot)) {
+    // A vehicle on the destination: a shot, judged without blocking (who may shoot what is
+    // ShotPermitted); the heading stays.
+    if (ShotPermitted(state, side, slot, target, mayShoot)) {
         verdict.ShootAllowed = true;
         verdict.ShootTarget = target;
         verdict.Legal = true;
