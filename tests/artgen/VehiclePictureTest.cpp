@@ -16,9 +16,10 @@ namespace {
 // the enemy's mine (2).
 constexpr int kMostCompanies[11] = {5, 4, 4, 3, 3, 3, 2, 2, 2, 2, 3};
 constexpr int kHighestMark[11] = {0, 0, 0, 1, 1, 1, 1, 1, 2, 2, 0};
-// A vehicle that leaves its camp empty and is hit drops to -1; a hit on the
-// jeep always destroys it, so the jeep never goes below 0.
-constexpr int kFewestCompanies[11] = {-1, -1, -1, -1, -1, -1, -1, -1, -1, -1, 0};
+// A vehicle that leaves its camp empty and is hit drops to -1, and lower with
+// every further hit; pictures go down to -5. A hit on the jeep always destroys
+// it, so the jeep never goes below 0.
+constexpr int kFewestCompanies[11] = {-5, -5, -5, -5, -5, -5, -5, -5, -5, -5, 0};
 
 std::vector<std::string> ReachableTags() {
   std::vector<std::string> tags;
@@ -37,7 +38,9 @@ QString Gif(const char* folder, const std::string& tag) {
 
 TEST(VehiclePictures, EveryReachableTagHasAPictureInBothFolders) {
   const std::vector<std::string> tags = ReachableTags();
-  ASSERT_EQ(tags.size(), 2u * (7 * 1 + 6 * 1 * 2 + 5 * 2 * 3 + 4 * 2 * 2 + 4 * 3 * 2 + 4 * 1) * 4u);
+  // Per side and heading: tank 11 counts, two kanons 10 each, three infantry
+  // 9 counts x 2 marks, two commandos 8 x 2, two genies 8 x 3, the jeep 4.
+  ASSERT_EQ(tags.size(), 2u * (11 + 2 * 10 + 3 * 18 + 2 * 16 + 2 * 24 + 4) * 4u);
   for (const std::string& tag : tags)
     for (const char* folder : {"groen_leger", "bruin_leger"})
       EXPECT_TRUE(QFileInfo::exists(ProgramPath(Gif(folder, tag)))) << folder << "/" << tag;
@@ -47,7 +50,8 @@ TEST(VehiclePictures, StartingAndDestroyedTagsArePresent) {
   for (const char* tag : {"tank_1_0_o", "kanon_1_0_o", "infanterie_1_0_0_o", "commando_1_0_0_o", "genie_1_0_0_o",
                           "jeep_1_0_w", "tank_2_0_w", "kanon_2_0_w", "infanterie_2_0_0_o", "commando_2_0_0_w",
                           "genie_2_0_0_o", "jeep_2_0_o", "tank_2_0_o", "kanon_2_0_o", "commando_2_0_0_o",
-                          "jeep_1_0_o", "jeep_1_3_w", "jeep_2_3_o", "infanterie_1_-1_1_z", "genie_2_2_2_n"})
+                          "jeep_1_0_o", "jeep_1_3_w", "jeep_2_3_o", "infanterie_1_-1_1_z", "genie_2_2_2_n",
+                          "tank_1_-1_o", "tank_2_-5_n", "commando_1_-3_1_w"})
     for (const char* folder : {"groen_leger", "bruin_leger"})
       EXPECT_TRUE(QFileInfo::exists(ProgramPath(Gif(folder, tag)))) << folder << "/" << tag;
 }

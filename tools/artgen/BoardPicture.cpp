@@ -214,7 +214,7 @@ void PaintLand(QPainter& p, const QPainterPath& land) {
 }
 
 // Where the peaks stand: between the roads of 24, 41 and 43.
-const QRectF kMountains(10750, 5000, 1250, 1850);
+const QRectF kMountains(10700, 5000, 1300, 1800);
 
 // True when a decoration at `r` stays clear of roads, areas and the frames
 // that lie over the board.
@@ -306,46 +306,29 @@ void PaintVillage(QPainter& p, QPointF centre, Dice& dice) {
   p.drawRect(QRectF(centre.x() - 55, centre.y() - 55, 110, 110));
 }
 
-// The mountain that gives the island its name: a horn-shaped peak among
-// lower ones, with snow on the tops.
+// The mountains in the middle of the island, seen from above like the rest of
+// the board: rock massifs with contour lines and snow on the tops, so they
+// look the same from either side of the table.
 void PaintMountains(QPainter& p, const QRectF& area) {
-  struct Peak {
-    double x, y, w, h;
+  struct Massif {
+    double x, y, r;
+    std::uint32_t seed;
   };
-  const Peak peaks[] = {{0.18, 0.78, 0.38, 0.42}, {0.78, 0.86, 0.40, 0.40}, {0.50, 0.60, 0.55, 0.62},
-                        {0.30, 0.95, 0.36, 0.30}, {0.70, 1.00, 0.34, 0.28}};
-  for (const Peak& k : peaks) {
-    const QPointF foot(area.left() + k.x * area.width(), area.top() + k.y * area.height());
-    const double w = k.w * area.width() * 1.3, h = k.h * area.width() * 1.1;
-    QPolygonF hill;
-    hill << QPointF(foot.x() - w / 2, foot.y()) << QPointF(foot.x() - w * 0.05, foot.y() - h)
-         << QPointF(foot.x() + w * 0.02, foot.y() - h * 0.97) << QPointF(foot.x() + w / 2, foot.y());
-    p.setPen(QPen(QColor(90, 70, 60), 14));
-    p.setBrush(QColor(150, 128, 104));
-    p.drawPolygon(hill);
-    QPolygonF shade;
-    shade << QPointF(foot.x() + w * 0.02, foot.y() - h * 0.97) << QPointF(foot.x() + w / 2, foot.y())
-          << QPointF(foot.x() + w * 0.08, foot.y());
-    p.setPen(Qt::NoPen);
-    p.setBrush(QColor(118, 98, 82));
-    p.drawPolygon(shade);
-    QPolygonF snow;
-    snow << QPointF(foot.x() - w * 0.05, foot.y() - h) << QPointF(foot.x() - w * 0.16, foot.y() - h * 0.72)
-         << QPointF(foot.x() - w * 0.04, foot.y() - h * 0.78) << QPointF(foot.x() + w * 0.05, foot.y() - h * 0.7)
-         << QPointF(foot.x() + w * 0.13, foot.y() - h * 0.74) << QPointF(foot.x() + w * 0.02, foot.y() - h * 0.97);
-    p.setBrush(QColor(250, 250, 246));
-    p.drawPolygon(snow);
+  const Massif massifs[] = {{0.45, 0.42, 0.42, 31}, {0.25, 0.75, 0.26, 32}, {0.72, 0.78, 0.24, 33},
+                            {0.70, 0.18, 0.22, 34}};
+  for (const Massif& m : massifs) {
+    const QPointF c(area.left() + m.x * area.width(), area.top() + m.y * area.height());
+    const double r = m.r * area.width();
+    const QColor rings[4] = {QColor(176, 150, 112), QColor(156, 128, 96), QColor(136, 110, 86), QColor(246, 246, 240)};
+    for (int ring = 0; ring < 4; ++ring) {
+      const double rr = r * (1.0 - ring * 0.24);
+      const QPainterPath shape = WavyOutline(QRectF(c.x() - rr, c.y() - rr * 0.85, 2 * rr, 1.7 * rr), rr * 0.12,
+                                             m.seed + static_cast<std::uint32_t>(ring), 1.0);
+      p.setPen(QPen(QColor(100, 80, 62), ring == 3 ? 10 : 14));
+      p.setBrush(rings[ring]);
+      p.drawPath(shape);
+    }
   }
-  // The horn: a curved spire on the middle peak.
-  const QPointF top(area.left() + 0.45 * area.width(), area.top() + 0.60 * area.height() - 0.62 * area.width() * 1.1 + 60);
-  QPainterPath horn;
-  horn.moveTo(top + QPointF(-120, 200));
-  horn.cubicTo(top + QPointF(-90, 60), top + QPointF(-40, -120), top + QPointF(60, -230));
-  horn.cubicTo(top + QPointF(10, -80), top + QPointF(30, 60), top + QPointF(90, 200));
-  horn.closeSubpath();
-  p.setPen(QPen(QColor(90, 70, 60), 14));
-  p.setBrush(QColor(238, 238, 232));
-  p.drawPath(horn);
 }
 
 void PaintCountryside(QPainter& p, const QPainterPath& land) {
@@ -668,10 +651,11 @@ void PaintIsland(QPainter& p, int side) {
   p.drawRect(QRectF(tower.x() - 110, tower.y() - 110, 220, 220));
   p.setBrush(QColor(80, 60, 40));
   p.drawRect(QRectF(tower.x() - 60, tower.y() - 60, 120, 120));
-  // Label between the jeep place and the prisoners, facing the player who holds them.
+  // Label between the jeep place and the prisoners, facing the army whose men
+  // are held here.
   const QRectF labelBox = side == 2 ? QRectF(area.left() + 200, 1560, area.width() - 400, 350)
                                     : QRectF(area.left() + 200, 10615 + 20, area.width() - 400, 180 + 200);
-  Label(p, labelBox, "GEVANGENEN", 11, QColor(70, 50, 40));
+  Label(p, labelBox, "GEVANGENEN", 11, QColor(70, 50, 40), true, side == 2);
 }
 
 void PaintForwardPosts(QPainter& p, int side) {
@@ -716,7 +700,8 @@ void PaintFlagField(QPainter& p, int side, const QRectF& depot) {
   p.setPen(QPen(ArmyDark(side), 14, Qt::DashLine));
   p.setBrush(QColor(255, 246, 200, 170));
   p.drawRoundedRect(depot, 80, 80);
-  const bool turned = depot.center().x() > kHalfX;
+  // The depot faces the army that comes for these flags.
+  const bool turned = side == 2;
   for (int i = 0; i < 5; ++i) {
     const double x = depot.left() + depot.width() * (0.14 + 0.18 * i);
     p.save();
@@ -728,7 +713,7 @@ void PaintFlagField(QPainter& p, int side, const QRectF& depot) {
   }
   const QRectF labelBox = turned ? QRectF(depot.left(), depot.bottom() - 300, depot.width(), 260)
                                  : QRectF(depot.left(), depot.top() + 40, depot.width(), 260);
-  Label(p, labelBox, side == 1 ? "VLAGGEN groen" : "VLAGGEN bruin", 9, ArmyDark(side), false);
+  Label(p, labelBox, side == 1 ? "VLAGGEN groen" : "VLAGGEN bruin", 9, ArmyDark(side), false, turned);
   // A line from the depot to the field it belongs to.
   p.setPen(QPen(FlagYellow().darker(130), 30, Qt::DotLine));
   const QPointF from = depot.center();

@@ -15,16 +15,19 @@ struct VehicleLook {
   std::string tag;
 };
 
-// The lowest company count a vehicle can show: a vehicle that left its camp
-// empty and is hit goes from 0 to -1.
-constexpr int kLowestCompanies = -1;
+// The lowest company count a picture is drawn for. A vehicle that left its
+// camp empty and is hit goes from 0 to -1, and every further hit takes one
+// more, without a floor; five hits on an empty vehicle is taken as the most a
+// game will see.
+constexpr int kLowestCompanies = -5;
 
 // The highest count a slot can show: its capacity, and 3 prisoners for the jeep.
 int HighestCompanies(int slot);
 // The highest mark digit of a slot: 1 for infantry (flag) and commando (mine),
 // 2 for a genie (own or enemy mine), 0 for the others.
 int HighestMark(int slot);
-// The lowest count of a slot: -1, but 0 for the jeep, which a hit always destroys.
+// The lowest count of a slot: kLowestCompanies, but 0 for the jeep, which a
+// hit always destroys.
 int LowestCompanies(int slot);
 
 // Camouflage rebuilds the tag of a vehicle from the left part up to the
