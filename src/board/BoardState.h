@@ -152,11 +152,14 @@ struct BoardState {
 };
 
 // The starting position of a new game (ResetNewGame): empty board, free HQ places,
-// reserve 10, camp 15, prison 0, all vehicles in their camp (jeeps on their islands)
-// with their starting headings and tags, mines in their own stores, flags 5, 0, 0,
-// BoardSide 1 and every picture at its starting place. LocalSide, BoardWidth and
-// BoardHeight are kept; Brandstof, Tsetse, Verdict and PendingDraws are cleared.
+// BoardSide 1, then ResetArmies. LocalSide, BoardWidth and BoardHeight are kept;
+// Brandstof, Tsetse, Verdict and PendingDraws are cleared.
 void ResetNewGame(BoardState& state);
+
+// The armies at their start, placed in the current view: reserve 10, camp 15, prison 0,
+// all vehicles in their camp (jeeps on their islands) with companies 0 and their starting
+// headings and tags, mines in their own stores (captured-mine controls hidden), flags 5, 0, 0.
+void ResetArmies(BoardState& state);
 
 // The vehicle standing on a road square: side and slot, from the BoardCell value
 // (+1..+11 army 1, -1..-11 army 2). Returns false for an empty cell or a mine.

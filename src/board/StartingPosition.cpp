@@ -13,7 +13,11 @@ void ResetNewGame(BoardState& state)
     state.BoardWidth = width;
     state.BoardHeight = height;
     state.BoardSide = 1;
+    ResetArmies(state);
+}
 
+void ResetArmies(BoardState& state)
+{
     const BoardView view = ViewOf(state);
     for (int side = 1; side <= 2; ++side) {
         state.ReserveCompanies(side) = 10;

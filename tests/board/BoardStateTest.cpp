@@ -99,6 +99,21 @@ TEST(StartingPosition, ResetKeepsLocalSideAndBoardSize)
     EXPECT_EQ(state.PendingDraws, 0);
 }
 
+TEST(StartingPosition, ResetArmiesPlacesInTheCurrentView)
+{
+    BoardState state = NewGame();
+    state.BoardSide = 2;
+    state.VehiclePos(1, 0) = 30;
+    state.FlagHome(2) = 3;
+    ResetArmies(state);
+    EXPECT_EQ(state.VehiclePos(1, 0), 113);
+    EXPECT_EQ(state.FlagHome(2), 0);
+    const Picture& tank = state.VehiclePicture(1, 0);
+    EXPECT_EQ(tank.Left, state.BoardWidth - (1905 + 750));
+    EXPECT_EQ(tank.Top, state.BoardHeight - (7630 + 330));
+    EXPECT_EQ(state.MinePicture(2, 0).Left, state.BoardWidth - (20870 + 220));
+}
+
 // Edge case: a vehicle may stand in the camp with 0 companies, and then its picture
 // (the tag) is the unchanged starting one.
 TEST(StartingPosition, VehicleInCampWithNoCompaniesKeepsItsPicture)
