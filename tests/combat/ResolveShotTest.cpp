@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "CombatFixtures.h"
+#include "board/CompanyDisplay.h"
 #include "board/Shooting.h"
 #include "shell/RunTimeFault.h"
 
@@ -172,6 +173,8 @@ TEST(ResolveShot, PrisonCanExceedTwenty)
     ResolveShot(state, 1, 0);
     EXPECT_EQ(state.PrisonCompanies(2), 22);
     EXPECT_EQ(state.CompanySum(2), 25);
+    // Only 20 prisoner pictures exist.
+    EXPECT_EQ(ShowCompanies(state, 2).Prison, 20);
 }
 
 TEST(ResolveShot, JeepIsAlwaysDestroyedAndItsPrisonersGoToTheReserve)
