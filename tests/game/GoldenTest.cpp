@@ -37,6 +37,7 @@ const char* const kScripts[] = {
     "mine_laid_and_picked_up",
     "tank_destroys_kanon",
     "infantry_loads_flag",
+    "tank_round_trip_home",
 };
 
 // The slow clicks on a camp vehicle: the first gives 1 company from the camp;
@@ -152,7 +153,8 @@ TEST_P(Golden, ScriptEndsOnTheExpectedPosition)
     EXPECT_EQ(Bytes(current), Bytes(kGolden / (name + ".vkh"))) << name;
 }
 
-INSTANTIATE_TEST_SUITE_P(Scripts, Golden, ::testing::ValuesIn(kScripts));
+INSTANTIATE_TEST_SUITE_P(Scripts, Golden, ::testing::ValuesIn(kScripts),
+                         [](const ::testing::TestParamInfo<const char*>& info) { return std::string(info.param); });
 
 TEST(GoldenFolder, EveryScriptIsPlayedAndHasItsExpectedFile)
 {
