@@ -32,17 +32,17 @@ CardWords RadioYamboWords(int card) {
 
 CardWords PersonnelWords(int card) {
   static const std::array<CardWords, 12> words{{
-      {"Camouflage", "Tot 2 kompagnieën uit je kamp stappen in een voertuig naar keuze."},
+      {"Camouflage", "Tot 2 kompagnieën uit je kamp stappen in een voertuig."},
       {"Uitwisseling van gevangenen", "Beide legers krijgen tot 2 gevangenen terug in hun kamp."},
       {"Landingsvaartuigen", "Een voertuig in een haven landt op een vrije kustweg."},
       {"Contra spionage", "Verijdel een Personnel kaart van je tegenstander."},
       {"Hinderlaag", "Vernietig een vijandelijk voertuig achter je voorposten."},
-      {"Helikopter", "Een voertuig vliegt naar je HQ, of van je HQ naar een vrij vakje."},
+      {"Helikopter", "Een voertuig vliegt naar of van je HQ."},
       {"Luchtlandingstroepen", "Een voertuig op een luchthaven springt af op een vrij vakje."},
-      {"Militaire Politie", "De vijandelijke jeep en zijn gevangenen terug naar het eiland."},
+      {"Militaire Politie", "De vijandelijke jeep moet terug naar zijn eiland."},
       {"Vrijgeleide", "Beschermt je jeep tegen een aanval."},
       {"Mijnopruimingsdienst", "Een vijandelijke mijn verdwijnt naar je kamp."},
-      {"Marine luchtvaartdienst", "Een voertuig in een haven vliegt naar de andere haven of een luchthaven."},
+      {"Marine luchtvaartdienst", "Van een haven naar de andere haven of een luchthaven."},
       {"Verbindingsdienst", "Een voertuig uit je kamp naar een vrij strategisch punt."},
   }};
   return words.at(static_cast<std::size_t>(card - 21));

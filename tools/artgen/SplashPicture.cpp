@@ -77,7 +77,7 @@ QImage DrawSplash() {
   p.drawPath(Ridge(330, 50, 4.0, w, h));
   p.setBrush(QColor(40, 50, 36));
   p.drawPath(Ridge(360, 30, 7.0, w, h));
-  PaintFalcon(p, QPointF(470, 120), 1.25);
+  PaintFalcon(p, QPointF(615, 175), 0.95);
 
   // The name of the game.
   QFont title("DejaVu Serif");
