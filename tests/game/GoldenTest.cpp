@@ -38,6 +38,7 @@ const char* const kScripts[] = {
     "tank_destroys_kanon",
     "infantry_loads_flag",
     "tank_round_trip_home",
+    "tank_shoots_twice",
 };
 
 // The slow clicks on a camp vehicle: the first gives 1 company from the camp;
