@@ -722,6 +722,39 @@ void PaintFlagField(QPainter& p, int side, const QRectF& depot) {
   p.drawLine(from + dir * 0.55, to - dir * 0.28);
 }
 
+// The quays in the sea at the left edge of each view, where the window puts
+// the opponent's destroyed vehicles (left 120, one under the other). The
+// right quay becomes the left one when the board is turned.
+void PaintWreckQuays(QPainter& p) {
+  const QRectF left(60, 980, 880, 5560);
+  const QRectF right(kBoardWidthTwips - left.right(), kBoardHeightTwips - left.bottom(), left.width(), left.height());
+  for (const QRectF& quay : {left, right}) {
+    p.setPen(QPen(QColor(70, 70, 72), 24));
+    p.setBrush(QColor(150, 148, 140));
+    p.drawRect(quay);
+    p.setPen(QPen(QColor(120, 118, 112), 10));
+    for (double y = quay.top() + 480; y < quay.bottom() - 100; y += 480)
+      p.drawLine(QPointF(quay.left() + 60, y), QPointF(quay.right() - 60, y));
+    p.setPen(Qt::NoPen);
+    p.setBrush(QColor(60, 60, 62));
+    for (double y = quay.top() + 240; y < quay.bottom(); y += 960) {
+      p.drawEllipse(QPointF(quay.left() + 40, y), 35, 35);
+      p.drawEllipse(QPointF(quay.right() - 40, y), 35, 35);
+    }
+  }
+  // The name, along the quay, readable from the view in which it is the left one.
+  for (int i = 0; i < 2; ++i) {
+    const QRectF quay = i == 0 ? left : right;
+    p.save();
+    p.translate(quay.center());
+    p.rotate(i == 0 ? -90 : 90);
+    p.setFont(LabelFont(8));
+    p.setPen(QColor(240, 236, 224));
+    p.drawText(QRectF(-quay.height() / 2, quay.width() / 2 + 20, quay.height(), 300), Qt::AlignCenter, "WRAKKEN");
+    p.restore();
+  }
+}
+
 void PaintCompassRose(QPainter& p, QPointF c, double r) {
   for (int i = 0; i < 8; ++i) {
     const double a = i * M_PI / 4 - M_PI / 2;
@@ -767,6 +800,7 @@ QImage DrawBoard() {
   PaintMountains(p, kMountains);
   PaintTrees(p, land);
   PaintCompassRose(p, QPointF(720, 12400), 520);
+  PaintWreckQuays(p);
 
   PaintStrategicLinks(p);
   for (int side = 1; side <= 2; ++side) {
