@@ -4,6 +4,9 @@
 // the expected file are what they are.
 //
 // Script lines:
+//   start FILE
+//       the first line only: the saved game to start from (start.vkh when
+//       there is no such line)
 //   judge SIDE SLOT FROM TO STEPS MAYSHOOT [--leave-mine]
 //       the judge applied to the position so far (--apply to the next file)
 //   expect KEY=VALUE ...
@@ -39,6 +42,8 @@ const char* const kScripts[] = {
     "infantry_loads_flag",
     "tank_round_trip_home",
     "tank_shoots_twice",
+    "kanon_crosses_forward_post_rebels_file",
+    "tank_crosses_forward_post_rebels_file",
 };
 
 // The slow clicks on a camp vehicle: the first gives 1 company from the camp;
@@ -103,7 +108,11 @@ TEST_P(Golden, ScriptEndsOnTheExpectedPosition)
 
     int step = 0;
     fs::path current = folder / "step0.vkh";
-    fs::copy_file(kGolden / "start.vkh", current);
+    bool started = false;
+    const auto startFrom = [&](const std::string& file) {
+        fs::copy_file(kGolden / file, current);
+        started = true;
+    };
     std::string printed;
     bool printedChecked = true;
     std::string line;
@@ -115,6 +124,15 @@ TEST_P(Golden, ScriptEndsOnTheExpectedPosition)
         if (!(words >> command) || command[0] == '#')
             continue;
         const std::string where = name + ".script:" + std::to_string(lineNumber);
+        if (command == "start") {
+            std::string file;
+            ASSERT_TRUE(words >> file) << where;
+            ASSERT_FALSE(started) << where << ": start must come first";
+            startFrom(file);
+            continue;
+        }
+        if (!started)
+            startFrom("start.vkh");
         if (command == "judge") {
             ASSERT_TRUE(printedChecked) << where << ": the step before has no expect line";
             const fs::path next = folder / ("step" + std::to_string(++step) + ".vkh");
@@ -166,6 +184,24 @@ TEST(GoldenFolder, EveryScriptIsPlayedAndHasItsExpectedFile)
             EXPECT_TRUE(listed.count(name)) << name << " is not played";
             EXPECT_TRUE(fs::exists(kGolden / (name + ".vkh"))) << name;
         }
+}
+
+TEST(GoldenFolder, RebelsStartIsTheSameGameSeenByArmyTwo)
+{
+    vk::BoardState expected;
+    expected.LocalSide = 2;
+    vk::ResetNewGame(expected);
+    vk::BoardState read;
+    vk::ResetNewGame(read);
+    vk::GameProgress progress;
+    vk::ReadSavedGame(kGolden / "start_rebels.vkh", read, progress);
+    EXPECT_EQ(read, expected);
+    EXPECT_EQ(progress.ExternalSide, 1);
+    vk::GameProgress green;
+    vk::BoardState greenState;
+    vk::ReadSavedGame(kGolden / "start.vkh", greenState, green);
+    green.ExternalSide = 1;
+    EXPECT_EQ(progress, green);
 }
 
 TEST(GoldenFolder, StartIsTheStartingPosition)
