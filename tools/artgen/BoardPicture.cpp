@@ -653,8 +653,11 @@ void PaintIsland(QPainter& p, int side) {
   p.drawRect(QRectF(tower.x() - 60, tower.y() - 60, 120, 120));
   // Label between the jeep place and the prisoners, facing the army whose men
   // are held here.
-  const QRectF labelBox = side == 2 ? QRectF(area.left() + 200, 1560, area.width() - 400, 350)
-                                    : QRectF(area.left() + 200, 10615 + 20, area.width() - 400, 180 + 200);
+  // Where the room is: army 2's island has it between the jeep and the
+  // prisoners, army 1's above the prisoners.
+  const QRectF labelBox =
+      side == 2 ? QRectF(area.left() + 200, jeep.Y + 330, area.width() - 400, held.Y - (jeep.Y + 330))
+                : QRectF(area.left() + 200, area.top() + 150, area.width() - 400, held.Y - area.top() - 170);
   Label(p, labelBox, "GEVANGENEN", 11, QColor(70, 50, 40), true, side == 2);
 }
 
