@@ -409,5 +409,75 @@ TEST(FlagsOnTheRoad, FiveHomeNeedsEveryFlag)
     EXPECT_EQ(VerdictAfterOpponentTurn(state, 2), TurnVerdict::GoesOn);
 }
 
+// --- A scripted fight ----------------------------------------------------
+
+// Every action judged, carried out, and replayed on the opponent's copy of the
+// same game; the numbers at the end are counted by hand.
+TEST(ScriptedFight, PrisonersTakenRescuedAndLost)
+{
+    BoardState state = StartPosition(2);
+    PutOnRoad(state, 2, 0, 64, 5, 0, 3);  // tank of army 2
+    PutOnRoad(state, 2, 1, 108, 1, 0, 3); // kanon of army 2, one company
+    PutOnRoad(state, 1, 3, 62, 3, 0, 0);  // infantry of army 1
+    BoardState replay = state;
+    replay.LocalSide = 1;
+
+    auto shoot = [&](int side, int slot, int from, int to, int steps) {
+        ASSERT_TRUE(IsLegalMove(state, side, slot, from, to, steps, true));
+        ASSERT_TRUE(state.Verdict.ShootAllowed);
+        const int target = std::abs(state.Verdict.ShootTarget) - 1;
+        replay.Verdict = state.Verdict;
+        ResolveShot(state, side, target);
+        ResolveShot(replay, side, target);
+    };
+
+    // Army 2: two shots with two dice of 2 at the infantry on 62.
+    shoot(2, 0, 64, 62, 2);
+    shoot(2, 0, 64, 62, 2);
+    EXPECT_EQ(state.VehicleCompanies(1, 3), 1);
+    EXPECT_EQ(state.VehicleTag(1, 3), "infanterie_1_1_0_n");
+    EXPECT_EQ(state.PrisonCompanies(1), 2);
+
+    // Army 1: the jeep loads both prisoners and drives 115, 80, 81.
+    ASSERT_TRUE(LoadJeepOnIsland(state, 1));
+    ASSERT_TRUE(LoadJeepOnIsland(replay, 1));
+    EXPECT_EQ(state.VehicleTag(1, 10), "jeep_1_2_w");
+    ASSERT_TRUE(IsLegalMove(state, 1, 10, 115, 81, 2, true));
+    replay.Verdict = state.Verdict;
+    ExecuteMove(state, 1, 10, 115, 81, false);
+    ExecuteMove(replay, 1, 10, 115, 81, false);
+    EXPECT_EQ(state.VehicleTag(1, 10), "jeep_1_2_w");
+    EXPECT_EQ(state.BoardCell(81), 11);
+
+    // Army 2: the weak kanon may shoot the jeep (108, 82, 81); the last shot
+    // destroys the infantry.
+    shoot(2, 1, 108, 81, 2);
+    shoot(2, 0, 64, 62, 2);
+
+    EXPECT_EQ(state.ReserveCompanies(1), 13);
+    EXPECT_EQ(state.CampCompanies(1), 12);
+    EXPECT_EQ(state.PrisonCompanies(1), 0);
+    EXPECT_EQ(state.VehiclePos(1, 10), 0);
+    EXPECT_EQ(state.VehiclePos(1, 3), 0);
+    EXPECT_EQ(state.VehicleTag(1, 10), "jeep_1_0_o");
+    EXPECT_EQ(state.VehicleTag(1, 3), "infanterie_1_0_0_o");
+    EXPECT_EQ(state.BoardCell(81), 0);
+    EXPECT_EQ(state.BoardCell(62), 0);
+    EXPECT_EQ(state.CompanySum(1), 25);
+    EXPECT_EQ(state.ReserveCompanies(2), 10);
+    EXPECT_EQ(state.CampCompanies(2), 9);
+    EXPECT_EQ(state.CompanySum(2), 25);
+    EXPECT_EQ(VerdictAfterLocalTurn(state, 2), TurnVerdict::GoesOn);
+
+    // The opponent's copy agrees on everything but its own losses, which it
+    // keeps in its Stock.
+    EXPECT_TRUE(replay.VehiclePicture(1, 10).InStock);
+    EXPECT_FALSE(state.VehiclePicture(1, 10).InStock);
+    replay.LocalSide = 2;
+    replay.VehiclePicture(1, 10).InStock = false;
+    replay.VehiclePicture(1, 3).InStock = false;
+    EXPECT_EQ(state, replay);
+}
+
 } // namespace
 } // namespace vk
