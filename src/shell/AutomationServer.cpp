@@ -76,6 +76,24 @@ void Run(const std::function<void()>& handler)
         handler();
 }
 
+// Brings the main window to the front as a click on it would; without a window
+// manager nobody else does, and an inactive window hands no focus events to
+// its widgets.
+void Activate(QWidget* window)
+{
+    if (window && !window->isActiveWindow())
+        window->activateWindow();
+}
+
+// A mouse press moves the focus to a control that takes focus by clicking, so
+// that the control that had it sees its lost-focus event before the click.
+void TakeClickFocus(Control* control)
+{
+    QWidget* widget = control->Widget();
+    if (widget && (widget->focusPolicy() & Qt::ClickFocus) == Qt::ClickFocus)
+        widget->setFocus(Qt::MouseFocusReason);
+}
+
 // A point of the request in twips, or the middle of the control.
 bool PointOf(const QJsonObject& request, Control* control, int& x, int& y, QString& error)
 {
@@ -322,10 +340,15 @@ QJsonObject AutomationServer::Click(const QJsonObject& request, std::function<vo
     Control* control = InputTarget(request, error);
     if (!control)
         return Refuse(error);
+    QWidget* window = mainWindow_;
     switch (control->Kind()) {
     case ControlKind::Button: {
         auto* button = static_cast<ButtonControl*>(control);
-        deliver = [button] {
+        deliver = [button, window] {
+            if (!button->Reachable())
+                return;
+            Activate(window);
+            TakeClickFocus(button);
             if (button->Reachable())
                 Run(button->Click);
         };
@@ -333,7 +356,11 @@ QJsonObject AutomationServer::Click(const QJsonObject& request, std::function<vo
     }
     case ControlKind::CheckBox: {
         auto* box = static_cast<CheckBoxControl*>(control);
-        deliver = [box] {
+        deliver = [box, window] {
+            if (!box->Reachable())
+                return;
+            Activate(window);
+            TakeClickFocus(box);
             if (!box->Reachable())
                 return;
             box->SetValue(box->Value() ? 0 : 1);
@@ -471,10 +498,7 @@ QJsonObject AutomationServer::Focus(const QJsonObject& request, std::function<vo
     deliver = [control, widget, window] {
         if (!control->Reachable())
             return;
-        // Without a window manager nobody activates the window, and an inactive
-        // window hands no focus events to its widgets.
-        if (window && !window->isActiveWindow())
-            window->activateWindow();
+        Activate(window);
         widget->setFocus(Qt::OtherFocusReason);
     };
     return Ok();
@@ -494,7 +518,12 @@ QJsonObject AutomationServer::Select(const QJsonObject& request, std::function<v
         return Refuse(QStringLiteral("bad request: no whole number \"index\""));
     if (index < 0 || index >= combo->count())
         return Refuse(QStringLiteral("index %1 is outside the list of %2 entries").arg(index).arg(combo->count()));
-    deliver = [combo, index] {
+    QWidget* window = mainWindow_;
+    deliver = [combo, index, window] {
+        if (!combo->Reachable())
+            return;
+        Activate(window);
+        TakeClickFocus(combo);
         if (!combo->Reachable())
             return;
         combo->SetListIndex(index);
