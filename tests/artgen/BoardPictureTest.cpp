@@ -112,3 +112,28 @@ TEST_F(BoardPicture, SquaresOfOneRoadAreApartButJoined) {
 }
 
 }  // namespace
+
+namespace {
+
+bool Watery(QRgb c) { return qBlue(c) > qRed(c) + 30 && qBlue(c) > qGreen(c); }
+
+TEST_F(BoardPicture, SeaAroundLandInTheMiddle) {
+  for (const QPoint corner : {QPoint(2, 2), QPoint(1684, 2), QPoint(2, 878), QPoint(1684, 878)})
+    EXPECT_TRUE(Watery(board_.pixel(corner))) << corner.x() << "," << corner.y();
+  EXPECT_FALSE(Watery(board_.pixel(12650 / kTwipsPerPixel, 6600 / kTwipsPerPixel)));
+}
+
+TEST_F(BoardPicture, LargeAreasStandOnLandAndTheIslandsInTheSea) {
+  // The hit rectangles of the camps, HQs and prison islands, 113 to 118.
+  const int areas[6][4] = {{1905, 7630, 4785, 11775}, {4200, 5525, 5805, 7100}, {21535, 9575, 23530, 11555},
+                           {20245, 1050, 23545, 5210}, {19030, 5495, 21010, 7160}, {1680, 1065, 3705, 3075}};
+  for (const auto& a : areas) {
+    const int cx = (a[0] + a[2]) / 2 / kTwipsPerPixel, cy = (a[1] + a[3]) / 2 / kTwipsPerPixel;
+    EXPECT_FALSE(Watery(board_.pixel(cx, cy))) << a[0] << "," << a[1];
+  }
+  // Water between each prison island and the main land: east of 118, north of 115.
+  EXPECT_TRUE(Watery(board_.pixel(4080 / kTwipsPerPixel, 2000 / kTwipsPerPixel)));
+  EXPECT_TRUE(Watery(board_.pixel(21200 / kTwipsPerPixel, 10500 / kTwipsPerPixel)));
+}
+
+}  // namespace
