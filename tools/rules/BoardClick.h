@@ -27,7 +27,8 @@ bool MayLeaveMine(const BoardState& state, int side, int slot);
 // The click: the verdict of IsLegalMove stands in state.Verdict afterwards
 // (for a camp vehicle sent to its HQ too, which is not judged by it).
 //   from the own camp to the own HQ: the vehicle is sent to the HQ while it
-//     holds fewer than 3, without ExecuteMove;
+//     holds fewer than 3 and the army has fuel (a camp vehicle can't be
+//     picked without), without ExecuteMove, whatever the judge says;
 //   a legal shot: ResolveShot on the target, also without fuel;
 //   a legal move: ExecuteMove, unless the army's fuel is blocked.
 BoardClickOutcome ApplyBoardClick(BoardState& state, int side, int slot, int from, int to, int steps, bool mayShoot,
