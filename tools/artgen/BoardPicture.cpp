@@ -497,15 +497,17 @@ void PaintAnchor(QPainter& p, QPointF c, double size) {
   p.drawArc(QRectF(c.x() - 7 * s, c.y() - 3 * s, 14 * s, 11 * s), 200 * 16, 140 * 16);
 }
 
-void PaintSign(QPainter& p, const QRectF& area, int kind) {
+enum class Sign { Airport, Harbour, LinkEnd };
+
+void PaintSign(QPainter& p, const QRectF& area, Sign kind) {
   if (area.isEmpty()) return;
   const double size = std::min(area.width(), area.height()) - 40;
   const QPointF c = area.center();
   p.setPen(QPen(QColor(60, 60, 60), 14));
   p.setBrush(QColor(252, 248, 230));
   p.drawRoundedRect(QRectF(c.x() - size / 2, c.y() - size / 2, size, size), 60, 60);
-  if (kind == 0) PaintPlane(p, c, size * 0.85);
-  else if (kind == 1) PaintAnchor(p, c, size * 0.85);
+  if (kind == Sign::Airport) PaintPlane(p, c, size * 0.85);
+  else if (kind == Sign::Harbour) PaintAnchor(p, c, size * 0.85);
   else {
     // The end of a strategic link: a red diamond.
     QPolygonF diamond;
@@ -571,7 +573,7 @@ void PaintMineSlots(QPainter& p, int side) {
 void PaintCamp(QPainter& p, int side) {
   const QRectF area = ToRectF(FieldHit(CampField(side)));
   PaintFence(p, area, ArmyTint(side).darker(106), ArmyDark(side));
-  // Barracks roofs along the fence for atmosphere, clear of the places.
+  // The parking places of the vehicles, slot by slot.
   for (int slot = 0; slot < 10; ++slot) {
     const TwipPoint place = CampPlace(side, slot);
     PaintPlaceBay(p, QRectF(place.X, place.Y, 750, 330), ArmyDark(side));
@@ -815,11 +817,11 @@ QImage DrawBoard() {
   PaintFlagField(p, 2, QRectF(6350, 1550, 1350, 900));
   PaintRoadBed(p);
 
-  for (int field : kAirports) PaintSign(p, FreePartOf(field), 0);
-  for (int field : kHarbours) PaintSign(p, FreePartOf(field), 1);
+  for (int field : kAirports) PaintSign(p, FreePartOf(field), Sign::Airport);
+  for (int field : kHarbours) PaintSign(p, FreePartOf(field), Sign::Harbour);
   for (int field : kStrategicPoints) {
     if (IsAirport(field) || IsHarbour(field)) continue;
-    PaintSign(p, FreePartOf(field), 2);
+    PaintSign(p, FreePartOf(field), Sign::LinkEnd);
   }
   for (int side = 1; side <= 2; ++side) PaintForwardPosts(p, side);
   PaintRoadSquares(p);

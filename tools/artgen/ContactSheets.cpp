@@ -6,6 +6,8 @@
 #include "board/BoardView.h"
 #include "board/VehicleTag.h"
 
+#include <algorithm>
+
 #include <QDir>
 #include <QFont>
 #include <QImage>
@@ -40,7 +42,6 @@ bool VehicleSheet(const QString& program, const QString& target, int scale) {
   std::vector<std::pair<QString, Row>> rows;
   std::map<QString, std::size_t> rowIndex;
   for (const VehicleLook& look : AllVehicleLooks()) {
-    const QString key = QString("%1 %2 mark %3").arg(look.side).arg(look.slot < 3 ? look.slot : look.slot).arg(look.mark);
     const QString label = QString("%1 leger %2, %3").arg(look.side == 1 ? "groen" : "bruin")
                               .arg(QString::fromUtf8(vk::VehicleTypeWord(look.slot)))
                               .arg(look.mark < 0 ? QString("geen merkteken") : QString("merkteken %1").arg(look.mark));
