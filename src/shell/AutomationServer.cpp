@@ -197,14 +197,14 @@ void AutomationServer::ReadLines(QLocalSocket* socket)
 QByteArray AutomationServer::Handle(const QByteArray& line, std::function<void()>& deliverAfterReply)
 {
     QJsonParseError parseError{};
-    const QJsonDocument document = QJsonDocument::fromJson(line, &parseError);
+    const QJsonDocument parsed = QJsonDocument::fromJson(line, &parseError);
     QJsonObject reply;
     if (parseError.error != QJsonParseError::NoError) {
         reply = Refuse(QStringLiteral("bad request: ") + parseError.errorString());
-    } else if (!document.isObject()) {
+    } else if (!parsed.isObject()) {
         reply = Refuse(QStringLiteral("bad request: not a JSON object"));
     } else {
-        const QJsonObject request = document.object();
+        const QJsonObject request = parsed.object();
         const QString cmd = request.value(QLatin1String("cmd")).toString();
         static const QStringList windowCommands{"list",  "get", "click", "dblclick", "mousedown",
                                                 "type",  "key", "focus", "select",   "screenshot"};
