@@ -146,6 +146,22 @@ class CloseRequest(unittest.TestCase):
             self.assertIn("End of Form Load at ", "\n".join(s.log_lines()))
 
 
+class WindowSize(unittest.TestCase):
+    def test_smaller_window_snaps_back(self):
+        with XServer() as x, Session(PROGRAM, x.display) as s, XDisplay(x.display) as xd:
+            s.wait_started()
+            window = xd.find_window(s.process.pid, "Valkenhorn!")
+            self.assertIsNotNone(window)
+            xd.resize(window, 800, 600)
+            # The window comes back to at least 25545 x 13800 twips.
+            s.wait_until(lambda: xd.size(window)[0] >= 25545 // 15 and xd.size(window)[1] >= 13800 // 15,
+                         "the window to snap back, now %r" % (xd.size(window),), timeout=10)
+            form = s.get("Hoofdvenster")
+            self.assertGreaterEqual(form["width"], 25545)
+            self.assertGreaterEqual(form["height"], 13800)
+            self.assertTrue(s.running())
+
+
 class SecondInstance(unittest.TestCase):
     def test_second_start_shows_box_and_first_runs(self):
         with XServer() as x, Session(PROGRAM, x.display) as first:

@@ -62,6 +62,7 @@ class _XWindowAttributes(ctypes.Structure):
 
 
 _x11.XGetWindowAttributes.argtypes = [ctypes.c_void_p, Window, ctypes.POINTER(_XWindowAttributes)]
+_x11.XResizeWindow.argtypes = [ctypes.c_void_p, Window, ctypes.c_uint, ctypes.c_uint]
 
 
 class XDisplay:
@@ -131,6 +132,17 @@ class XDisplay:
         if not _x11.XGetWindowAttributes(self.handle, window, ctypes.byref(attributes)):
             return False
         return attributes.map_state == IsViewable
+
+    def size(self, window):
+        attributes = _XWindowAttributes()
+        if not _x11.XGetWindowAttributes(self.handle, window, ctypes.byref(attributes)):
+            return None
+        return attributes.width, attributes.height
+
+    def resize(self, window, width, height):
+        """Resizes the window from outside, as dragging its border does."""
+        _x11.XResizeWindow(self.handle, window, width, height)
+        _x11.XSync(self.handle, 0)
 
     def find_window(self, pid, title):
         """The top-level window of the process with that title, or None."""
