@@ -16,7 +16,8 @@ import unittest
 
 sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
 
-from valkenhorn_session import SEPARATOR_53, Session, XServer, format_board_text, is_rotation, png_size  # noqa: E402
+from valkenhorn_session import (SEPARATOR_53, Session, XServer, format_board_text, is_rotation,  # noqa: E402
+                                listening_unix_sockets, png_size)
 from xwindow import XDisplay  # noqa: E402
 
 PROGRAM = None
@@ -240,6 +241,14 @@ class AutomationContract(unittest.TestCase):
         mode = os.stat(self.s.socket_path).st_mode
         self.assertTrue(stat.S_ISSOCK(mode))
         self.assertEqual(0o600, stat.S_IMODE(mode))
+
+    def test_socket_listens_only_when_asked(self):
+        # Qt binds in a private folder and moves the socket into place, so the
+        # kernel still names the first path: count, don't compare.
+        self.assertEqual(1, len(listening_unix_sockets(self.s.process.pid)))
+        with Session(PROGRAM, self.xserver.display, automation=False) as plain:
+            plain.wait_started()
+            self.assertEqual([], listening_unix_sockets(plain.process.pid))
 
     def test_list(self):
         names = self.s.ok({"cmd": "list"})["names"]

@@ -57,7 +57,7 @@ class XServer:
 class Session:
     """One run of the program with its own data and config folders and socket."""
 
-    def __init__(self, program, display, data_home=None, config_home=None, time_scale=TIME_SCALE):
+    def __init__(self, program, display, data_home=None, config_home=None, time_scale=TIME_SCALE, automation=True):
         self.program = program
         self.display = display
         self.scratch = tempfile.mkdtemp(prefix="vk-e2e-")
@@ -67,6 +67,7 @@ class Session:
         os.makedirs(self.config_home, exist_ok=True)
         self.socket_path = os.path.join(self.scratch, "automation.sock")
         self.time_scale = time_scale
+        self.automation = automation
         self.process = None
         self.connection = None
         self.reader = None
@@ -92,9 +93,10 @@ class Session:
         })
         env.pop("WAYLAND_DISPLAY", None)
         self.output = open(self.output_path, "wb")
-        self.process = subprocess.Popen([self.program, "--automation", self.socket_path], env=env,
-                                        stdout=self.output, stderr=subprocess.STDOUT)
-        self.connect()
+        arguments = [self.program] + (["--automation", self.socket_path] if self.automation else [])
+        self.process = subprocess.Popen(arguments, env=env, stdout=self.output, stderr=subprocess.STDOUT)
+        if self.automation:
+            self.connect()
 
     def connect(self, timeout=30):
         deadline = time.monotonic() + timeout
@@ -264,6 +266,27 @@ class Session:
         """Waits for the end of the start-up: the separator after "End of Form Load at "."""
         self.wait_for_log_line("End of Form Load at ", timeout)
         self.wait_until(lambda: SEPARATOR_53 in self.log_lines(), "the separator after End of Form Load")
+
+
+def listening_unix_sockets(pid):
+    """Paths of the Unix-domain sockets on which the process listens."""
+    inodes = set()
+    for fd in os.listdir("/proc/%d/fd" % pid):
+        try:
+            target = os.readlink("/proc/%d/fd/%s" % (pid, fd))
+        except OSError:
+            continue
+        if target.startswith("socket:["):
+            inodes.add(target[len("socket:["):-1])
+    listening = []
+    with open("/proc/net/unix") as f:
+        next(f)
+        for line in f:
+            fields = line.split()
+            # Flags 00010000: the socket accepts connections.
+            if len(fields) >= 7 and fields[6] in inodes and int(fields[3], 16) & 0x10000:
+                listening.append(fields[7] if len(fields) > 7 else "")
+    return listening
 
 
 def format_board_text(text):
