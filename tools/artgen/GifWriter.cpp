@@ -157,20 +157,6 @@ Indexed ToIndexed(const QImage& source) {
 
 }  // namespace
 
-QImage ReduceToPalette(const QImage& picture) {
-  const Indexed indexed = ToIndexed(picture);
-  QImage out(picture.size(), QImage::Format_ARGB32);
-  for (int y = 0; y < out.height(); ++y) {
-    auto* line = reinterpret_cast<QRgb*>(out.scanLine(y));
-    for (int x = 0; x < out.width(); ++x) {
-      const std::uint8_t i = indexed.pixels[static_cast<std::size_t>(y) * static_cast<std::size_t>(out.width()) +
-                                            static_cast<std::size_t>(x)];
-      line[x] = i == 255 ? qRgba(0, 0, 0, 0) : indexed.palette[i];
-    }
-  }
-  return out;
-}
-
 bool WriteGif(const QImage& picture, const QString& path) {
   const Indexed indexed = ToIndexed(picture);
   // The colour table of a GIF has a power of two entries; the transparent

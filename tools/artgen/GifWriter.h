@@ -11,8 +11,4 @@ namespace vk::art {
 // failure of the file.
 bool WriteGif(const QImage& picture, const QString& path);
 
-// The palette reduction on its own: every pixel of the result is one of at
-// most 255 opaque colours or fully transparent.
-QImage ReduceToPalette(const QImage& picture);
-
 }  // namespace vk::art
