@@ -9,7 +9,7 @@ packages=(
   libgif-dev
   libgtest-dev libgmock-dev libbenchmark-dev
   xvfb xauth xdg-utils
-  fonts-liberation fonts-dejavu-core
+  fonts-liberation fonts-dejavu-core fonts-dejavu-extra
   python3 unison
 )
 
