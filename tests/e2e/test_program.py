@@ -103,8 +103,7 @@ class StartUpLog(unittest.TestCase):
         self.assertEqual(53, len(lines[position + 1]))
 
     def test_new_run_rewrites_log(self):
-        with XServer() as x:
-            data = tempfile.mkdtemp(prefix="vk-e2e-data-")
+        with XServer() as x, tempfile.TemporaryDirectory(prefix="vk-e2e-data-") as data:
             log = os.path.join(data, "Valkenhorn", "Valkenhorn.log")
             os.makedirs(os.path.dirname(log))
             with open(log, "w") as f:
@@ -220,15 +219,13 @@ class ExitQuestion(unittest.TestCase):
 class AutomationContract(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
+        # Class cleanups run also when the start-up fails here.
         cls.xserver = XServer().__enter__()
+        cls.addClassCleanup(cls.xserver.__exit__, None, None, None)
         cls.s = Session(PROGRAM, cls.xserver.display)
+        cls.addClassCleanup(cls.s.close)
         cls.s.start()
         cls.s.wait_started()
-
-    @classmethod
-    def tearDownClass(cls):
-        cls.s.close()
-        cls.xserver.__exit__(None, None, None)
 
     def refused(self, request):
         reply = self.s.request(request)

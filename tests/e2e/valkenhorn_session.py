@@ -76,7 +76,11 @@ class Session:
     # -- process ---------------------------------------------------------
 
     def __enter__(self):
-        self.start()
+        try:
+            self.start()
+        except BaseException:
+            self.close()
+            raise
         return self
 
     def __exit__(self, *exc):
