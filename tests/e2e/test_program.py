@@ -444,6 +444,61 @@ class MessageBoard(unittest.TestCase):
             self.assertIs(False, s.request({"cmd": "click", "name": "msgBoard"})["ok"])
 
 
+class HelpPages(unittest.TestCase):
+    """The help buttons start the browser with the page's path, or show one of two boxes."""
+
+    def browser_script(self, folder, body):
+        path = os.path.join(folder, "browser")
+        with open(path, "w") as f:
+            f.write(body)
+        os.chmod(path, 0o755)
+        return path
+
+    def test_browser_gets_the_page(self):
+        with tempfile.TemporaryDirectory(prefix="vk-e2e-browser-") as folder:
+            calls = os.path.join(folder, "calls")
+            browser = self.browser_script(folder, '#!/bin/sh\nprintf "%%s\\n" "$@" >> "%s"\n' % calls)
+            with XServer() as x, Session(PROGRAM, x.display, env={"BROWSER": browser}) as s:
+                s.wait_started()
+                program_folder = os.path.dirname(os.path.realpath(PROGRAM))
+                for button, page in (("cmdRules", "/help/rules.html"), ("Cmd_HowTo", "/help/sharebox.html")):
+                    s.ok({"cmd": "click", "name": button})
+                    s.wait_until(lambda: os.path.exists(calls) and page in open(calls).read(), "the browser for " + page)
+                    self.assertIsNone(s.ok({"cmd": "dialog"})["dialog"])
+                with open(calls) as f:
+                    pages = f.read().split("\n")
+                self.assertEqual([program_folder + "/help/rules.html", program_folder + "/help/sharebox.html", ""],
+                                 [os.path.realpath(p) if p else p for p in pages])
+                for p in pages[:2]:
+                    self.assertTrue(os.path.isfile(p), p)
+                self.assertFalse(os.path.exists(os.path.join(program_folder, "temphtm.HTM")), "the scratch file is gone")
+
+    def test_no_browser_box(self):
+        with XServer() as x, Session(PROGRAM, x.display, env={"BROWSER": "", "PATH": "/nonexistent"}) as s:
+            s.wait_started()
+            s.ok({"cmd": "click", "name": "cmdRules"})
+            dialog = s.wait_dialog()
+            self.assertEqual(("message", "Browser niet gevonden", "Kon geen Browser vinden", ["ok"]),
+                             (dialog["kind"], dialog["title"], dialog["text"], dialog["buttons"]))
+            s.ok({"cmd": "answer", "button": "ok"})
+            s.wait_until(lambda: s.ok({"cmd": "dialog"})["dialog"] is None, "the box to close")
+            self.assertTrue(s.running())
+
+    def test_browser_that_fails_box(self):
+        with tempfile.TemporaryDirectory(prefix="vk-e2e-browser-") as folder:
+            # Executable but no program: starting it fails.
+            browser = self.browser_script(folder, "this is not a program\n")
+            with XServer() as x, Session(PROGRAM, x.display, env={"BROWSER": browser}) as s:
+                s.wait_started()
+                s.ok({"cmd": "click", "name": "Cmd_HowTo"})
+                dialog = s.wait_dialog()
+                self.assertEqual(("message", "Openen gefaald", "Pagina kon niet geopend worden", ["ok"]),
+                                 (dialog["kind"], dialog["title"], dialog["text"], dialog["buttons"]))
+                s.ok({"cmd": "answer", "button": "ok"})
+                s.wait_until(lambda: s.ok({"cmd": "dialog"})["dialog"] is None, "the box to close")
+                self.assertTrue(s.running())
+
+
 class SmallScreen(unittest.TestCase):
     def test_small_screen_ends_with_stop_box(self):
         with XServer(1600, 900) as x, Session(PROGRAM, x.display) as s:

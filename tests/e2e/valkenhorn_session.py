@@ -57,7 +57,8 @@ class XServer:
 class Session:
     """One run of the program with its own data and config folders and socket."""
 
-    def __init__(self, program, display, data_home=None, config_home=None, time_scale=TIME_SCALE, automation=True):
+    def __init__(self, program, display, data_home=None, config_home=None, time_scale=TIME_SCALE, automation=True,
+                 env=None):
         self.program = program
         self.display = display
         self.scratch = tempfile.mkdtemp(prefix="vk-e2e-")
@@ -68,6 +69,7 @@ class Session:
         self.socket_path = os.path.join(self.scratch, "automation.sock")
         self.time_scale = time_scale
         self.automation = automation
+        self.extra_env = env or {}
         self.process = None
         self.connection = None
         self.reader = None
@@ -96,6 +98,7 @@ class Session:
             "VALKENHORN_TIME_SCALE": self.time_scale,
         })
         env.pop("WAYLAND_DISPLAY", None)
+        env.update(self.extra_env)
         self.output = open(self.output_path, "wb")
         arguments = [self.program] + (["--automation", self.socket_path] if self.automation else [])
         self.process = subprocess.Popen(arguments, env=env, stdout=self.output, stderr=subprocess.STDOUT)
