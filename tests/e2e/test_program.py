@@ -8,6 +8,7 @@ Exit code 0 when all pass, 1 on a failure, 77 when the tests were skipped
 
 import os
 import re
+import shutil
 import stat
 import sys
 import tempfile
@@ -497,6 +498,51 @@ class HelpPages(unittest.TestCase):
                 s.ok({"cmd": "answer", "button": "ok"})
                 s.wait_until(lambda: s.ok({"cmd": "dialog"})["dialog"] is None, "the box to close")
                 self.assertTrue(s.running())
+
+
+class InstallationFaults(unittest.TestCase):
+    """Faults of the installation end the program through the fault report."""
+
+    def test_missing_picture_ends_with_fault_report(self):
+        real = os.path.dirname(os.path.realpath(PROGRAM))
+        with tempfile.TemporaryDirectory(prefix="vk-e2e-install-") as folder:
+            # A copy of the program folder without the board picture of the green army.
+            for entry in os.listdir(real):
+                if entry == "groen_leger":
+                    os.mkdir(os.path.join(folder, entry))
+                    for picture in os.listdir(os.path.join(real, entry)):
+                        if picture != "yambo_1.bmp":
+                            os.symlink(os.path.join(real, entry, picture), os.path.join(folder, entry, picture))
+                elif entry == os.path.basename(PROGRAM):
+                    shutil.copy2(os.path.join(real, entry), os.path.join(folder, entry))
+                else:
+                    os.symlink(os.path.join(real, entry), os.path.join(folder, entry))
+            missing = os.path.join(folder, "groen_leger", "yambo_1.bmp")
+            with XServer() as x, Session(os.path.join(folder, os.path.basename(PROGRAM)), x.display) as s:
+                dialog = s.wait_dialog()
+                self.assertEqual("message", dialog["kind"])
+                self.assertIn(missing, dialog["text"])
+                s.ok({"cmd": "answer", "button": "ok"})
+                self.assertNotEqual(0, s.wait_exit())
+                lines = s.log_lines()
+                faults = [l for l in lines if l.startswith("run-time fault: ")]
+                self.assertEqual(1, len(faults), "\n".join(lines))
+                self.assertIn(missing, faults[0])
+                self.assertTrue(any(l.startswith("Loading playboard at ") for l in lines))
+                self.assertFalse(any(l.startswith("Testing requirements of computer screen at ") for l in lines))
+
+    def test_unusable_data_folder_ends_with_fault_report(self):
+        with tempfile.TemporaryDirectory(prefix="vk-e2e-data-") as folder:
+            blocker = os.path.join(folder, "a-file")
+            with open(blocker, "w") as f:
+                f.write("not a folder\n")
+            with XServer() as x, Session(PROGRAM, x.display, data_home=os.path.join(blocker, "data")) as s:
+                dialog = s.wait_dialog()
+                self.assertEqual("message", dialog["kind"])
+                # Opening the run log is what fails.
+                self.assertIn(os.path.join(blocker, "data", "Valkenhorn", "Valkenhorn.log"), dialog["text"])
+                s.ok({"cmd": "answer", "button": "ok"})
+                self.assertNotEqual(0, s.wait_exit())
 
 
 class SmallScreen(unittest.TestCase):
