@@ -44,10 +44,11 @@ STATE_KEYS = ["GamePhase", "TurnNumber", "LocalSide", "ExternalSide", "BoardSide
 GET_FIELDS = ["name", "kind", "visible", "enabled", "caption", "text", "tag", "toolTip", "backColor", "left", "top",
               "width", "height", "value", "listIndex", "items", "picture"]
 
-# Texts the board shows during the player initiation.
+# Texts the board shows during the player initiation ("tester" is the name the session types).
 BOARD_TEXTS = [
     "gelieve je naam (maximum 10 tekens) in te vullen in het vak 'lokale speler' waar momenteel 'je_naam' staat, "
     "druk daarna op de enter-toets.",
+    "welkom tester. de gegevens van je externe spelers worden opgehaald. even geduld aub...",
     "veel plezier met valkenhorn! druk op 'Spelregels...' of 'Hoe verbinden?' voor verdere instructies.",
 ]
 
