@@ -131,6 +131,8 @@ class CloseRequest(unittest.TestCase):
                     self.assertTrue(xd.supports_delete_window(window), "the window takes WM_DELETE_WINDOW")
                     xd.send_delete_window(window)
                     sent_during_startup += 1
+                # The socket is served all through the start-up, inside its waits too.
+                self.assertIsInstance(s.state()["BoardSide"], int)
                 time.sleep(0.03)
             self.assertGreater(sent_during_startup, 0, "the window never showed during the start-up")
             s.wait_started()
