@@ -340,10 +340,16 @@ void Hoofdvenster::Form_Resize()
                    BoxButtons::Ok, BoxIcon::Stop, QStringLiteral("Scherm voldoet niet!"));
         EndProcess(0);
     }
-    if (verdict.resize)
+    if (verdict.resize) {
         resize(TwipsToPixels(verdict.width), TwipsToPixels(verdict.height));
-    width_ = PixelsToTwips(this->width());
-    height_ = PixelsToTwips(this->height());
+        width_ = verdict.width;
+        height_ = verdict.height;
+    }
+    // Keep the exact twips while the window has the pixel size they give.
+    if (TwipsToPixels(width_) != this->width())
+        width_ = PixelsToTwips(this->width());
+    if (TwipsToPixels(height_) != this->height())
+        height_ = PixelsToTwips(this->height());
     inResizeRule_ = false;
 }
 
