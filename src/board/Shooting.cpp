@@ -25,18 +25,6 @@ std::string IslandJeepTag(int side, int prisoners)
     return MakeVehicleTag(kJeepSlot, side, prisoners, 0, side == 1 ? kWest : kEast);
 }
 
-// The tag with the new companies number after a hit: the text before the
-// digit, the number, and the right part of fixed width ("_o", or "_0_o" where a
-// mark stands). The fixed width keeps heading and mark in their places also
-// when the number has two characters, as it has below zero.
-std::string TagAfterHit(const std::string& tag, int slot, int companies)
-{
-    const std::size_t left = static_cast<std::size_t>(CompaniesDigitPosition(slot) - 1);
-    const std::size_t right = SlotHasMark(slot) ? 4 : 2;
-    return tag.substr(0, std::min(left, tag.size())) + std::to_string(companies) +
-           (tag.size() > right ? tag.substr(tag.size() - right) : tag);
-}
-
 // A carried mine goes back when its carrier is destroyed: an own mine (mark 1)
 // to its own store, an enemy mine (mark 2, a genie) to the enemy's store.
 void ReturnCarriedMine(BoardState& state, int side, int slot, int mark)
@@ -104,7 +92,7 @@ ShotResult ResolveShot(BoardState& state, int shooterSide, int targetSlot, const
     if (companies != 1 && mark <= 0 && targetSlot != kJeepSlot) {
         companies -= 1;
         state.PrisonCompanies(side) += 1;
-        tag = TagAfterHit(tag, targetSlot, companies);
+        tag = SetTagCompanies(tag, targetSlot, companies);
         return ShotResult::Captured;
     }
 

@@ -106,10 +106,10 @@ std::string MakeVehicleTag(int slot, int side, int companies, int mark, int head
 
 std::string SetTagCompanies(const std::string& tag, int slot, int companies)
 {
-    const std::size_t position = static_cast<std::size_t>(CompaniesDigitPosition(slot));
-    const std::string left = tag.substr(0, std::min(position - 1, tag.size()));
-    const std::string right = position < tag.size() ? tag.substr(position) : std::string();
-    return left + std::to_string(companies) + right;
+    const std::size_t left = static_cast<std::size_t>(CompaniesDigitPosition(slot) - 1);
+    const std::size_t right = SlotHasMark(slot) ? 4 : 2;
+    return tag.substr(0, std::min(left, tag.size())) + std::to_string(companies) +
+           (tag.size() > right ? tag.substr(tag.size() - right) : tag);
 }
 
 int StartingHeading(int side, int slot)

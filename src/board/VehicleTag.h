@@ -48,7 +48,10 @@ int TagMarkValue(const std::string& tag, int slot);
 // then the heading letter for 0..3. A heading outside 0..3 leaves the text ending in "_".
 std::string MakeVehicleTag(int slot, int side, int companies, int mark, int heading);
 
-// A new companies number: the text up to the digit, the number, the rest after the digit.
+// A new companies number: the text before the digit, the number, and the right
+// part of fixed width ("_o", or "_0_o" where a mark stands). The fixed width
+// keeps heading and mark in their places also when the old or new number has
+// two characters, as it has below zero.
 std::string SetTagCompanies(const std::string& tag, int slot, int companies);
 
 // Starting tags: army 1 heading o (jeep w); army 2 tank, kanon, commando w, the rest o.

@@ -104,6 +104,16 @@ TEST(VehicleTag, ChangeOfCompaniesKeepsMarkAndHeading)
     EXPECT_EQ(SetTagCompanies("genie_2_1_2_o", 9, 0), "genie_2_0_2_o");
 }
 
+TEST(VehicleTag, NumbersBelowZeroKeepMarkAndHeadingInPlace)
+{
+    // A vehicle hit with no companies aboard goes below zero: the number takes
+    // two characters, and the right part stays "_w" or "_0_o".
+    EXPECT_EQ(SetTagCompanies("kanon_2_0_w", 1, -1), "kanon_2_-1_w");
+    EXPECT_EQ(SetTagCompanies("kanon_2_-1_w", 1, -2), "kanon_2_-2_w");
+    EXPECT_EQ(SetTagCompanies("infanterie_1_-1_0_o", 4, 0), "infanterie_1_0_0_o");
+    EXPECT_EQ(TagMarkValue(SetTagCompanies("infanterie_1_-1_0_o", 4, -2), 4), 0);
+}
+
 TEST(VehicleTag, HeadingLetters)
 {
     EXPECT_EQ(HeadingLetter(0), "n");
