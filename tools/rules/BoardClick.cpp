@@ -1,19 +1,12 @@
 #include "BoardClick.h"
 
 #include "board/BoardTables.h"
+#include "board/MinesAndFlags.h"
 #include "board/Movement.h"
 #include "board/Shooting.h"
 #include "board/VehicleTag.h"
 
 namespace vk {
-
-bool MayLeaveMine(const BoardState& state, int side, int slot)
-{
-    if (!IsCommandoSlot(slot))
-        return false;
-    const int pos = state.VehiclePos(side, slot);
-    return pos > 0 && pos < kCamp1 && TagCharAt(state.VehicleTag(side, slot), 14) == "1" && MineSide(pos) >= 1;
-}
 
 BoardClickOutcome ApplyBoardClick(BoardState& state, int side, int slot, int from, int to, int steps, bool mayShoot,
                                   bool leaveMine)
@@ -45,7 +38,7 @@ BoardClickOutcome ApplyBoardClick(BoardState& state, int side, int slot, int fro
     outcome.ActCode = state.Verdict.MinePickup ? 4 : 1;
     if (state.Verdict.FlagLoad)
         outcome.ActCode = 5;
-    const bool layMine = leaveMine && MayLeaveMine(state, side, slot);
+    const bool layMine = leaveMine && MineLayingOffered(state, side, slot, from);
     if (layMine)
         outcome.ActCode = 3;
     ExecuteMove(state, side, slot, from, to, layMine);

@@ -19,11 +19,6 @@ struct BoardClickOutcome {
     int ActCode = -1;  // 1 move, 2 shot, 3 mine left, 4 mine picked up, 5 flag loaded
 };
 
-// The mine question is only put to a commando (slot 6 or 7) that stands on a
-// road square, has the mine mark "1" at position 14 of its tag and leaves a
-// field whose MineSide is at least 1.
-bool MayLeaveMine(const BoardState& state, int side, int slot);
-
 // The click: the verdict of IsLegalMove stands in state.Verdict afterwards
 // (for a camp vehicle sent to its HQ too, which is not judged by it).
 //   from the own camp to the own HQ: the vehicle is sent to the HQ while it
