@@ -4,10 +4,8 @@
 #include "ui/Dialogs.h"
 #include "ui/Hoofdvenster.h"
 
-#include <QDir>
 #include <QFile>
 #include <QProcess>
-#include <QSettings>
 #include <QStandardPaths>
 
 namespace vk {
