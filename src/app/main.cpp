@@ -38,10 +38,10 @@ QVariantMap WindowState(const vk::Hoofdvenster& window)
     const vk::WindowValues& v = window.V;
     QVariantMap state;
     state.insert(QStringLiteral("GamePhase"), v.GamePhase);
-    state.insert(QStringLiteral("TurnNumber"), v.TurnNumber);
-    state.insert(QStringLiteral("LocalSide"), v.LocalSide);
-    state.insert(QStringLiteral("ExternalSide"), v.ExternalSide);
-    state.insert(QStringLiteral("BoardSide"), v.BoardSide);
+    state.insert(QStringLiteral("TurnNumber"), v.Progress.TurnNumber);
+    state.insert(QStringLiteral("LocalSide"), v.Board.LocalSide);
+    state.insert(QStringLiteral("ExternalSide"), v.Progress.ExternalSide);
+    state.insert(QStringLiteral("BoardSide"), v.Board.BoardSide);
     state.insert(QStringLiteral("GameRunning"), v.GameRunning);
     state.insert(QStringLiteral("LinkBusy"), vk::Global().LinkBusy);
     state.insert(QStringLiteral("InputLock"), v.InputLock);

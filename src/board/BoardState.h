@@ -33,10 +33,13 @@ inline constexpr int kFlagsPerArmy = 5;
 // BoardCell value of a mine: +12 army 1, -12 army 2.
 inline constexpr int kMineCell = 12;
 
-// The size of the board picture the anchors were drawn for; the window replaces
-// BoardWidth and BoardHeight with the size of the picture it loads.
-inline constexpr int kDefaultBoardWidth = 25225;
-inline constexpr int kDefaultBoardHeight = 12650;
+// The board control Speelveld after start-up, in twips: the board picture fills
+// it, and BoardWidth and BoardHeight, which every mirrored position uses, are
+// read from it. The splash shows in it at its smaller size first.
+inline constexpr int kBoardWidth = 25300;
+inline constexpr int kBoardHeight = 13210;
+inline constexpr int kSplashWidth = 11630;
+inline constexpr int kSplashHeight = 5720;
 
 // The results of IsLegalMove, all reset at its start.
 struct MoveVerdict {
@@ -147,8 +150,8 @@ struct BoardState {
 
     int BoardSide = 1;
     int LocalSide = 1;
-    int BoardWidth = kDefaultBoardWidth;
-    int BoardHeight = kDefaultBoardHeight;
+    int BoardWidth = kBoardWidth;
+    int BoardHeight = kBoardHeight;
 };
 
 // The starting position of a new game (ResetNewGame): empty board, free HQ places,

@@ -1,5 +1,6 @@
 #include "shell/StartUp.h"
 
+#include "board/BoardState.h"
 #include "game/DiceTable.h"
 #include "shell/Clock.h"
 #include "shell/FaultReport.h"
@@ -81,7 +82,7 @@ void RunStartUp(Hoofdvenster& window)
         LogAt(QStringLiteral("running with time scale %1 (for tests) at ").arg(TimeScale()));
 
     // 8. The splash, centred.
-    window.Speelveld->Move(0, 0, 11630, 5720);
+    window.Speelveld->Move(0, 0, kSplashWidth, kSplashHeight);
     window.Speelveld->SetPicture(g.ProgramFolder + QStringLiteral("splash.gif"));
     window.CentreOnScreen();
 
@@ -109,8 +110,8 @@ void RunStartUp(Hoofdvenster& window)
 
     // 14.
     LogAt(QStringLiteral("Loading playboard at "));
-    window.V.BoardSide = 1;
-    window.Speelveld->SetPicture(g.ArmyImageFolder[window.V.BoardSide - 1] + QStringLiteral("yambo_1.bmp"));
+    window.V.Board.BoardSide = 1;
+    window.Speelveld->SetPicture(g.ArmyImageFolder[window.V.Board.BoardSide - 1] + QStringLiteral("yambo_1.bmp"));
     Refresh(window);
     WaitMs(1000);
 
@@ -125,7 +126,7 @@ void RunStartUp(Hoofdvenster& window)
     window.CentreOnScreen();
 
     // 17.
-    window.Speelveld->Move(window.Speelveld->Left(), window.Speelveld->Top(), 25300, 13210);
+    window.Speelveld->Move(window.Speelveld->Left(), window.Speelveld->Top(), kBoardWidth, kBoardHeight);
 
     // 18. to 20.
     LogAt(QStringLiteral("Initiating program data at "));

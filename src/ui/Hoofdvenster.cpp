@@ -1,5 +1,6 @@
 #include "ui/Hoofdvenster.h"
 
+#include "board/BoardState.h"
 #include "shell/Exit.h"
 #include "shell/FaultReport.h"
 #include "shell/Global.h"
@@ -72,7 +73,7 @@ void Hoofdvenster::BuildTopLevel()
 {
     // The board lies at the bottom; everything else stands on it.
     Speelveld = Add(new ImageControl(this, QStringLiteral("Speelveld"), true));
-    Speelveld->Move(0, 0, 11630, 5720);
+    Speelveld->Move(0, 0, kSplashWidth, kSplashHeight);
 
     for (int i = 0; i < 11; ++i) {
         Voertuig_1[static_cast<size_t>(i)] = Add(new ImageControl(this, ArrayMemberName(QStringLiteral("Voertuig_1"), i)));

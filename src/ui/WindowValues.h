@@ -3,8 +3,10 @@
 // Values of the main window that the game logic reads and writes. The game
 // position itself joins them as the rules come in.
 
+#include "board/BoardState.h"
 #include "game/DiceTable.h"
 #include "game/RandomSource.h"
+#include "game/SavedGame.h"
 #include "ui/Sound.h"
 
 namespace vk {
@@ -13,18 +15,19 @@ struct WindowValues {
     // Twips; 0 until the splash has been shown, then the minimum window size.
     int MinWidth = 0;
     int MinHeight = 0;
-    int BoardSide = 1;           // the Side drawn at the bottom
     bool GameRunning = false;
     int GamePhase = 0;
-    int TurnNumber = 0;
-    int LocalSide = 0;
-    int ExternalSide = 0;
     bool InputLock = false;
     bool BoardBusy = false;
     int SelectedUser = 0;        // index in Combo_ExternUsers, 0 for "Geen Speler"
     int Dice1 = 0;
     int Dice2 = 0;
     SoundState Sound;
+
+    // The position on the board (with BoardSide, the Side drawn at the bottom,
+    // and LocalSide) and the progress of the game (TurnNumber, ExternalSide).
+    BoardState Board;
+    GameProgress Progress;
 
     // The dice come from a table built at start-up, drawn with the program's generator.
     vk::DiceTable DiceTable{};

@@ -11,8 +11,9 @@
 namespace vk {
 namespace {
 
-constexpr int W = 25225;
-constexpr int H = 12650;
+// The board as the program shows it: Speelveld after start-up.
+constexpr int W = 25300;
+constexpr int H = 13210;
 const BoardView kView1{1, W, H};
 const BoardView kView2{2, W, H};
 
@@ -131,8 +132,8 @@ TEST(BoardView, GeneratedClickAtTheCentreOfTheHitRectangle)
     EXPECT_EQ(HitCentre(kView1, 114), (TwipPoint{5002, 6312}));
     EXPECT_EQ(HitCentre(kView1, 115).X, 22532);
     EXPECT_EQ(HitCentre(kView1, 118).X, 2692);
-    // In view 2: 25225 - 5805 + 802.5 = 20222.5 gives 20222; 12650 - 7100 + 787.5 = 6337.5 gives 6338.
-    EXPECT_EQ(HitCentre(kView2, 114), (TwipPoint{20222, 6338}));
+    // In view 2: 25300 - 5805 + 802.5 = 20297.5 gives 20298; 13210 - 7100 + 787.5 = 6897.5 gives 6898.
+    EXPECT_EQ(HitCentre(kView2, 114), (TwipPoint{20298, 6898}));
     for (int field = 1; field <= 118; ++field) {
         const TwipPoint p1 = HitCentre(kView1, field);
         const TwipPoint p2 = HitCentre(kView2, field);

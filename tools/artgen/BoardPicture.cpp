@@ -2,6 +2,7 @@
 
 #include "ArtPalette.h"
 #include "VehiclePicture.h"
+#include "board/BoardState.h"
 #include "board/BoardTables.h"
 #include "board/BoardView.h"
 
@@ -18,8 +19,8 @@
 namespace vk::art {
 namespace {
 
-constexpr int kBoardWidthTwips = 25300;
-constexpr int kBoardHeightTwips = 13210;
+constexpr int kBoardWidthTwips = vk::kBoardWidth;
+constexpr int kBoardHeightTwips = vk::kBoardHeight;
 constexpr int kHalfX = kBoardWidthTwips / 2;
 
 // A small fixed random source: the board is the same at every build.

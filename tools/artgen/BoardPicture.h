@@ -1,14 +1,16 @@
 #pragma once
 
+#include "board/BoardState.h"
+
 #include <QImage>
 #include <QRect>
 
 namespace vk::art {
 
-// The board fills Speelveld, 25300 x 13210 twips, at 15 twips a pixel:
-// 1686.7 x 880.7 pixels, rounded up to whole pixels.
-constexpr int kBoardWidthPx = 1687;
-constexpr int kBoardHeightPx = 881;
+// The board fills Speelveld at 15 twips a pixel, rounded up to whole pixels
+// (25300 x 13210 twips: 1687 x 881 pixels).
+constexpr int kBoardWidthPx = (vk::kBoardWidth + 14) / 15;
+constexpr int kBoardHeightPx = (vk::kBoardHeight + 14) / 15;
 
 // The pixels a road square's picture rectangle covers (x, y, w, h in twips):
 // every pixel that the rectangle touches.

@@ -2,6 +2,7 @@
 
 #include "ProgramFiles.h"
 #include "VehicleTags.h"
+#include "board/BoardState.h"
 #include "board/BoardTables.h"
 #include "board/BoardView.h"
 #include "board/VehicleTag.h"
@@ -136,7 +137,7 @@ bool BoardSheet(const QString& program, const QString& target, int boardSide) {
   if (!Load(board, folder + (boardSide == 1 ? "/yambo_1.bmp" : "/yambo_2.bmp"))) return false;
   board = board.convertToFormat(QImage::Format_RGB32);
   QPainter p(&board);
-  const BoardView view{boardSide, 25300, 13210};
+  const BoardView view{boardSide, vk::kBoardWidth, vk::kBoardHeight};
   bool ok = true;
   for (int side = 1; side <= 2; ++side) {
     for (int slot = 0; slot < vk::kVehicleSlots; ++slot) {
