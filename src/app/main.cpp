@@ -1,10 +1,12 @@
 // Valkenhorn: entry point. Starts the automation interface when asked, builds
 // the main window and runs its start-up inside the event loop.
 
+#include "link/PollCycle.h"
 #include "shell/AutomationServer.h"
 #include "shell/FaultReport.h"
 #include "shell/Global.h"
 #include "shell/RunTimeFault.h"
+#include "shell/Settings.h"
 #include "shell/StartUp.h"
 #include "ui/Controls.h"
 #include "ui/Hoofdvenster.h"
@@ -55,6 +57,26 @@ QVariantMap WindowState(const vk::Hoofdvenster& window)
     state.insert(QStringLiteral("ExtUsersCount"), vk::Global().ExtUsersCount);
     state.insert(QStringLiteral("ProgramFolder"), vk::Global().ProgramFolder);
     state.insert(QStringLiteral("DataFolder"), vk::Global().DataFolder);
+    const vk::GlobalValues& g = vk::Global();
+    state.insert(QStringLiteral("LocalID"), g.LocalID);
+    state.insert(QStringLiteral("LocalUser"), g.LocalUser);
+    state.insert(QStringLiteral("OldLocalUser"), g.OldLocalUser);
+    QVariantList folders, users, active;
+    for (int i = 1; i <= g.ExtUsersCount && i < g.Folder.size(); ++i) {
+        folders << g.Folder[i];
+        users << g.External_User[i];
+        active << g.Active[i];
+    }
+    state.insert(QStringLiteral("Folders"), folders);
+    state.insert(QStringLiteral("ExternalUsers"), users);
+    state.insert(QStringLiteral("Active"), active);
+    state.insert(QStringLiteral("PollTick"), vk::Polls().PollTick);
+    state.insert(QStringLiteral("ActionCounter"), vk::Polls().ActionCounter);
+    state.insert(QStringLiteral("LastSentFile"), v.LastSentFile);
+    state.insert(QStringLiteral("GameLost"), v.GameLost);
+    state.insert(QStringLiteral("Check1"), window.Check1->Value());
+    state.insert(QStringLiteral("ShareStatus"), window.ShareStatus->Value());
+    state.insert(QStringLiteral("SettingsPath"), vk::SettingsFilePath());
     state.insert(QStringLiteral("SoundHandles"),
                  QVariantList{v.Sound.SoundHandles[0], v.Sound.SoundHandles[1], v.Sound.SoundHandles[2]});
     return state;

@@ -123,6 +123,32 @@ bool WriteLines(const std::filesystem::path& path, const std::vector<std::string
     return !error;
 }
 
+// Reads one line (ended by LF, a CR before it dropped) and keeps at most
+// ReadLineLimit bytes of it; the rest of a longer line is skipped. A key
+// line longer than that can't hold a key of ours with a value the buffer
+// could return whole, so nothing that matters is lost.
+constexpr std::size_t ReadLineLimit = 4096;
+
+bool ReadCappedLine(std::istream& in, std::string& line)
+{
+    line.clear();
+    bool any = false;
+    std::streambuf* buffer = in.rdbuf();
+    for (;;) {
+        const int c = buffer->sbumpc();
+        if (c == std::char_traits<char>::eof())
+            break;
+        any = true;
+        if (c == '\n')
+            break;
+        if (line.size() < ReadLineLimit)
+            line.push_back(static_cast<char>(c));
+    }
+    if (!line.empty() && line.back() == '\r')
+        line.pop_back();
+    return any;
+}
+
 std::string CutToBuffer(std::string_view text)
 {
     return std::string(text.substr(0, ProfileBufferLength - 1));
@@ -176,12 +202,19 @@ bool WriteProfileString(std::string_view section, std::string_view key, std::str
 std::string ReadProfileString(std::string_view section, std::string_view key, std::string_view defaultValue,
                               const std::filesystem::path& path)
 {
-    std::vector<std::string> lines;
-    if (!ReadLines(path, lines))
+    // The file is read line by line and each line only up to ReadLineLimit
+    // bytes: a file in the shared folder is written by somebody else and may
+    // be of any size or hold no line ends at all.
+    std::error_code error;
+    if (!std::filesystem::is_regular_file(path, error))
+        return CutToBuffer(defaultValue);
+    std::ifstream in(path, std::ios::binary);
+    if (!in)
         return CutToBuffer(defaultValue);
 
     bool inSection = false;
-    for (const std::string& line : lines) {
+    std::string line;
+    while (ReadCappedLine(in, line)) {
         if (const auto name = SectionName(line)) {
             if (inSection)
                 break;

@@ -29,6 +29,8 @@ bool WriteProfileString(std::string_view section, std::string_view key, std::str
 
 // Reads one key: its value, or defaultValue when the file, the section or
 // the key is missing. Either way cut to ProfileBufferLength - 1 characters.
+// Only the first 4096 bytes of each line are looked at, and a path that is
+// not a regular file (a directory of that name) counts as missing.
 std::string ReadProfileString(std::string_view section, std::string_view key, std::string_view defaultValue,
                               const std::filesystem::path& path);
 

@@ -13,6 +13,10 @@ namespace vk {
 
 void ClearSharedFolder(const QString& folder)
 {
+    // A slot without a folder would make the pattern point at the root of
+    // the file system (or, to Qt, the working folder): that is left alone.
+    if (folder.isEmpty())
+        return;
     QDir dir(folder);
     const QStringList files = dir.entryList(QDir::Files | QDir::System);
     for (const QString& name : files)

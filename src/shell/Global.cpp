@@ -1,5 +1,7 @@
 #include "shell/Global.h"
 
+#include "shell/RunTimeFault.h"
+
 #include <QFileInfo>
 
 namespace vk {
@@ -18,7 +20,41 @@ QString WithBackslash(const QString& path)
 bool FileExists(const QString& path)
 {
     QFileInfo info(path);
-    return info.exists() && info.lastModified().isValid();
+    return info.isFile() && info.lastModified().isValid();
+}
+
+QString& FolderAt(int i)
+{
+    QStringList& list = Global().Folder;
+    return list[CheckIndex(i, 1, static_cast<int>(list.size()) - 1, "Folder")];
+}
+
+QString& ExternalUserAt(int i)
+{
+    QStringList& list = Global().External_User;
+    return list[CheckIndex(i, 1, static_cast<int>(list.size()) - 1, "External_User")];
+}
+
+bool ActiveAt(int i)
+{
+    const QVector<bool>& list = Global().Active;
+    return list[CheckIndex(i, 1, static_cast<int>(list.size()) - 1, "Active")];
+}
+
+void SetActiveAt(int i, bool active)
+{
+    QVector<bool>& list = Global().Active;
+    list[CheckIndex(i, 1, static_cast<int>(list.size()) - 1, "Active")] = active;
+}
+
+void ResizeExternalUsers(int count)
+{
+    if (count < 1)
+        throw RunTimeFault("subscript out of range: list of external players (1 To " + std::to_string(count) + ")");
+    GlobalValues& g = Global();
+    g.Folder.resize(count + 1);
+    g.External_User.resize(count + 1);
+    g.Active.resize(count + 1);
 }
 
 } // namespace vk

@@ -21,6 +21,14 @@ struct GlobalValues {
 
     // Set while a dialog or the shutdown must not be disturbed by the poll.
     bool LinkBusy = false;
+    // Set beside LinkBusy while a folder is removed; nothing tests it.
+    bool RemovingFolder = false;
+
+    // Who this side is: the PC's identity, the player's name and the name
+    // before the last change.
+    QString LocalID;
+    QString LocalUser;
+    QString OldLocalUser;
 
     // The running text of the message board: empty hides the board.
     QString BoardText;
@@ -39,7 +47,19 @@ GlobalValues& Global();
 // spoke of a backslash; on this platform the separator is "/".
 QString WithBackslash(const QString& path);
 
-// True exactly when the file's date and time can be read.
+// True exactly when the file's date and time can be read. Only regular files
+// count: a directory that bears a message's name is not a message.
 bool FileExists(const QString& path);
+
+// Checked access to the 1-based lists of external players: an index outside
+// the list's current bounds is a subscript fault, as in the design's arrays.
+QString& FolderAt(int i);
+QString& ExternalUserAt(int i);
+bool ActiveAt(int i);
+void SetActiveAt(int i, bool active);
+
+// Resizes the three lists to the bounds 1..count, keeping their contents;
+// bounds 1 to 0 or lower are a subscript fault.
+void ResizeExternalUsers(int count);
 
 } // namespace vk

@@ -4,6 +4,7 @@
 #include "game/DiceTable.h"
 #include "shell/Clock.h"
 #include "shell/FaultReport.h"
+#include "shell/PlayerInitiation.h"
 #include "shell/Global.h"
 #include "shell/RunLog.h"
 #include "shell/SingleInstance.h"
@@ -145,8 +146,9 @@ void RunStartUp(Hoofdvenster& window)
     LogAt(QStringLiteral("Enabling scroll timer at "));
     window.Scroll_Timer->SetEnabled(true);
 
-    // 25. The player initiation joins here; it ends by starting Action_Timer.
+    // 25. The player initiation; it ends by starting Action_Timer.
     LogAt(QStringLiteral("Initiating players at "));
+    RunPlayerInitiation(window);
 
     // 26.
     window.cmdStart->SetEnabled(false);

@@ -8,6 +8,13 @@ void ControlRegistry::Add(Control* control)
     byName_.insert(control->Name(), control);
 }
 
+void ControlRegistry::Remove(Control* control)
+{
+    all_.removeAll(control);
+    if (byName_.value(control->Name()) == control)
+        byName_.remove(control->Name());
+}
+
 Control* ControlRegistry::Find(const QString& name) const
 {
     return byName_.value(name, nullptr);

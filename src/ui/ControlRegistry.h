@@ -15,6 +15,8 @@ class ControlRegistry {
 public:
     // Registers a control under its objectName.
     void Add(Control* control);
+    // Forgets a control, such as one of a dialog that closes.
+    void Remove(Control* control);
     // The control of that name, or nullptr.
     Control* Find(const QString& name) const;
     const QList<Control*>& All() const { return all_; }

@@ -1,5 +1,7 @@
 #include "ui/Controls.h"
 
+#include <QApplication>
+
 #include "shell/FaultReport.h"
 #include "shell/RunTimeFault.h"
 #include "shell/Clock.h"
@@ -281,6 +283,7 @@ TextBoxControl::TextBoxControl(QWidget* parent, const QString& name, const QStri
     : QLineEdit(text, parent), Control(ControlKind::TextBox)
 {
     setObjectName(name);
+    QObject::connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) { FocusChanged(now); });
 }
 
 void TextBoxControl::SetBackColor(int number)
@@ -346,16 +349,34 @@ void TextBoxControl::keyPressEvent(QKeyEvent* event)
     }
 }
 
-void TextBoxControl::focusInEvent(QFocusEvent* event)
+void TextBoxControl::FocusChanged(QWidget* now)
 {
-    QLineEdit::focusInEvent(event);
-    Guarded(GotFocus);
+    // The focus moves between controls, not between windows: when the window
+    // loses its activation (now is null) the box keeps its focus, and getting
+    // the activation back is no new got focus.
+    if (now == this && !hasControlFocus_) {
+        hasControlFocus_ = true;
+        Guarded(GotFocus);
+    } else if (now && now != this) {
+        LoseControlFocus();
+    }
 }
 
-void TextBoxControl::focusOutEvent(QFocusEvent* event)
+void TextBoxControl::LoseControlFocus()
 {
-    QLineEdit::focusOutEvent(event);
+    if (!hasControlFocus_)
+        return;
+    hasControlFocus_ = false;
     Guarded(LostFocus);
+}
+
+void TextBoxControl::MoveFocusTo(QWidget* target)
+{
+    target->setFocus(Qt::TabFocusReason);
+    // A window that isn't active records the new focus without telling the
+    // box; the box loses its focus all the same.
+    if (!hasFocus())
+        LoseControlFocus();
 }
 
 // ---- Label ------------------------------------------------------------------

@@ -187,10 +187,17 @@ public:
     // Delivers one key as the keyboard would, through KeyPress.
     void DeliverKey(int keyAscii);
 
+    // Moves the focus to another control; LostFocus runs.
+    void MoveFocusTo(QWidget* target);
+
 protected:
     void keyPressEvent(QKeyEvent* event) override;
-    void focusInEvent(QFocusEvent* event) override;
-    void focusOutEvent(QFocusEvent* event) override;
+
+private:
+    void FocusChanged(QWidget* now);
+    void LoseControlFocus();
+    // True between GotFocus and LostFocus.
+    bool hasControlFocus_ = false;
 };
 
 class LabelControl : public QLabel, public Control {

@@ -1,5 +1,11 @@
 #include "ui/Hoofdvenster.h"
 
+#include "game/StopGame.h"
+#include "link/Connection.h"
+#include "link/PollCycle.h"
+#include "link/SharedFolders.h"
+#include "shell/UserNameBox.h"
+
 #include "board/BoardState.h"
 #include "shell/Exit.h"
 #include "shell/FaultReport.h"
@@ -62,6 +68,17 @@ Hoofdvenster::Hoofdvenster() : QWidget(nullptr), Control(ControlKind::Form)
     VehDblClickTimer = Add(new TimerControl(this, QStringLiteral("VehDblClickTimer"), 0));
 
     msgBoard->Mouse.Click = [] { Global().BoardText.clear(); };
+    Action_Timer->Timer = [this] { Action_Timer_Timer(*this); };
+    cmdStop->Click = [this] { cmdStop_Click(*this); };
+    User_Name->GotFocus = [this] { User_Name_GotFocus(*this); };
+    User_Name->KeyPress = [this](int& keyAscii) { User_Name_KeyPress(*this, keyAscii); };
+    User_Name->LostFocus = [this] { User_Name_LostFocus(*this); };
+    ShareStatus->Click = [this] { ShareStatus_Click(*this); };
+    cmdDisconnect->Click = [this] { cmdDisconnect_Click(*this); };
+    Combo_ExternUsers->Click = [this] { Combo_ExternUsers_Click(*this); };
+    cmdRequestToPlay->Click = [this] { cmdRequestToPlay_Click(*this); };
+    Cmd_AddFolder->Click = [this] { Cmd_AddFolder_Click(*this); };
+    Cmd_RemoveFolder->Click = [this] { Cmd_RemoveFolder_Click(*this); };
     cmdSluiten->Click = [this] { CmdSluitenClick(*this); };
     cmdRules->Click = [this] { ShowHelpPage(*this, QStringLiteral("/help/rules.html")); };
     Cmd_HowTo->Click = [this] { ShowHelpPage(*this, QStringLiteral("/help/sharebox.html")); };

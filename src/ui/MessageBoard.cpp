@@ -1,5 +1,7 @@
 #include "ui/MessageBoard.h"
 
+#include "shell/Global.h"
+
 namespace vk {
 
 QString FormatBoardText(const QString& text)
@@ -34,6 +36,16 @@ ScrollStep ScrollOnce(QString& boardText, bool labelVisible)
     boardText = boardText.mid(1) + boardText.left(1);
     step.caption = boardText;
     return step;
+}
+
+void ShowOnBoard(const QString& text)
+{
+    Global().BoardText = FormatBoardText(text);
+}
+
+void ClearBoard()
+{
+    Global().BoardText.clear();
 }
 
 } // namespace vk

@@ -11,6 +11,11 @@ namespace vk {
 // (a blank becomes three blanks), ten stars, all in upper case.
 QString FormatBoardText(const QString& text);
 
+// Shows a message: BoardText becomes the formatted text, replacing any other.
+void ShowOnBoard(const QString& text);
+// Hides the board: BoardText becomes empty.
+void ClearBoard();
+
 // What one firing of the scroll timer does to the label.
 struct ScrollStep {
     bool hide = false;        // the text is empty: hide the label, nothing else

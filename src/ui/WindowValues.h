@@ -9,6 +9,8 @@
 #include "game/SavedGame.h"
 #include "ui/Sound.h"
 
+#include <QString>
+
 namespace vk {
 
 struct WindowValues {
@@ -19,6 +21,10 @@ struct WindowValues {
     int GamePhase = 0;
     bool InputLock = false;
     bool BoardBusy = false;
+    // The message last sent and not yet seen consumed by the opponent.
+    QString LastSentFile;
+    // Set when this side stopped a game without saving it.
+    bool GameLost = false;
     int SelectedUser = 0;        // index in Combo_ExternUsers, 0 for "Geen Speler"
     int Dice1 = 0;
     int Dice2 = 0;

@@ -1,0 +1,63 @@
+#pragma once
+
+// Message files in the shared folders as the program touches them: paths
+// built from the writer's name, single key reads and writes, the deletes,
+// and the waits on a file.
+
+#include "link/MessageKinds.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <functional>
+
+namespace vk {
+
+struct WindowValues;
+
+// Folder + "/" + writer + extension.
+QString MessagePath(const QString& folder, const QString& writer, const QString& extension);
+
+// One key of a message file; text is single bytes (Latin-1) on the wire.
+void WriteMessageKey(const QString& path, const QString& section, const QString& key, const QString& value);
+QString ReadMessageKey(const QString& path, const QString& section, const QString& key, const QString& defaultValue);
+
+// Writes all keys of a message, one write of the file per key, in the order
+// of its kind; `values` holds them in that order.
+void SendMessage(const QString& path, MessageKindId kind, const QStringList& values);
+
+// Deletes a file once, errors ignored.
+void DeleteOnce(const QString& path);
+
+// { delete; test } until the file is gone, without pumping the interface. A
+// file that can't be deleted holds the program here, as the design accepts;
+// between tries the thread sleeps a little instead of spinning.
+void DeleteUntilGone(const QString& path);
+
+// Deletes the files of a folder that match a pattern such as "*.xid", once,
+// errors ignored. Files of a synchronisation service are left alone.
+void DeleteMatching(const QString& folder, const QString& pattern);
+
+// The names of the files in folder that match the pattern, in directory
+// order, without the files of a synchronisation service. A folder that can't
+// be read gives none.
+QStringList ListMatching(const QString& folder, const QString& pattern);
+
+// Sets InputLock and waits in steps of 50 ms until the opponent has deleted
+// LastSentFile. No time limit.
+void WaitForConsumed(WindowValues& values);
+
+// The design's { pump the interface; test } loop. Instead of spinning, it
+// sleeps in the event queue between tests: a change in a shared folder (the
+// folder watcher), a timer or a user's input wakes it, and a slow poll covers
+// folders the watcher can't see.
+void PumpUntil(const std::function<bool()>& done);
+
+// Watches the shared folders of the list of external players; called when
+// the list changes.
+void WatchSharedFolders();
+
+// The milliseconds between two tests of PumpUntil when nothing wakes it.
+inline constexpr int FolderFallbackPollMs = 100;
+
+} // namespace vk
