@@ -15,6 +15,8 @@ import sys
 import tempfile
 import time
 
+# No byte-code caches in the source tree.
+sys.dont_write_bytecode = True
 sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
 
 from bench_idle import cpu_ticks, resident_kb  # noqa: E402

@@ -220,6 +220,10 @@ class LinkCopy(Session):
             self.output.close()
         if os.path.exists(self.socket_path):
             os.unlink(self.socket_path)
+        # The last run's log is kept aside, so that no wait mistakes its lines
+        # for those of the new run.
+        if os.path.exists(self.log_path):
+            os.replace(self.log_path, self.log_path + ".previous")
         self.start()
 
     # -- settings and state
@@ -325,6 +329,8 @@ class LinkCopy(Session):
         if dialog["kind"] != "folder":
             raise AssertionError("Cmd_AddFolder opened %r, not the folder picker" % dialog)
         self.ok({"cmd": "answer", "folder": path})
+        self.wait_until(lambda: (self.ok({"cmd": "dialog"})["dialog"] or {}).get("kind") != "folder",
+                        "the folder picker to close")
 
     def select_player(self, slot):
         self.select("Combo_ExternUsers", slot)

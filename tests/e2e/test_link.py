@@ -17,6 +17,8 @@ import tempfile
 import time
 import unittest
 
+# No byte-code caches in the source tree.
+sys.dont_write_bytecode = True
 sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
 
 from link_session import (GREEN, RED, LinkCopy, connected_board_text, files_in, line_pattern,  # noqa: E402
@@ -315,7 +317,8 @@ class Presence(LinkTest):
         for c, local_id in ((a, ida), (b, idb)):
             path = os.path.join(shared, c.name + ".xid")
             self.assertEqual(message_bytes(local_id), read_when_whole(path, lambda d: d.endswith(b"\r\n")))
-            c.wait_log(presence_pattern("1c", c.name))
+            # The lines of the own file name the player of the folder it goes to.
+            c.wait_log(presence_pattern("1c", "01ExtSpeler"))
 
         # The name scan puts the peer's name in place of the placeholder.
         a.wait_log(rename_pattern("01ExtSpeler", "bert"))
@@ -340,7 +343,7 @@ class Presence(LinkTest):
             c.wait_sees(peer)
             self.assertEqual(1, c.get("Combo_ExternUsers")["listIndex"])
             # The label lives in memory only.
-            self.assertEqual("False", c.settings().get("01Active"))
+            self.assertIn(c.settings().get("01Active"), (None, "False"))
         lines = a.log_lines()
         selecting = [i for i, l in enumerate(lines) if l.startswith("selecting extern user at ")]
         present = [i for i, l in enumerate(lines) if re.match(presence_pattern("2f", "bert"), l)]
@@ -354,7 +357,7 @@ class Presence(LinkTest):
         a.wait_state("ShareStatus", lambda v: v == 0)
         a.wait_log(line_pattern("switch on-line status on at "))
         a.wait_control("User_Name", "backColor", lambda v: v == RED, "User_Name red")
-        a.wait_log(presence_pattern("1d", "anna"))
+        a.wait_log(presence_pattern("1d", "bert"))
         wait_files(shared, lambda names: "anna.xid" not in names, "anna.xid to go")
         b.wait_log(presence_pattern("2e", "anna", 0))
         b.wait_state("Active", lambda v: v == [False])
@@ -426,12 +429,12 @@ class Invitation(LinkTest):
         # Nothing of the invitation stays; only the presence files.
         wait_files(shared, lambda names: set(names) <= {"anna.xid", "bert.xid"}, "the .rqs and .acc to go")
         # Connected: only in the partner's folder, and the presence goes on there.
-        a.wait_log(presence_pattern("1b", "anna"))
+        a.wait_log(presence_pattern("1b", "cara"))
         wait_files(other, lambda names: "anna.xid" not in names, "anna.xid out of the second folder")
         a.wait_log(presence_pattern("2a", "bert", 1))
         b.wait_log(presence_pattern("2a", "anna", 1))
-        a.wait_log(presence_pattern("1a", "anna"))
-        b.wait_log(presence_pattern("1a", "bert"))
+        a.wait_log(presence_pattern("1a", "bert"))
+        b.wait_log(presence_pattern("1a", "anna"))
         self.wait_cycles(a, 1)
         self.assertNotIn("anna.xid", files_in(other))
 
@@ -513,7 +516,7 @@ class NameChange(LinkTest):
         wait_files(shared, lambda names: "anna.xid" not in names, "the old presence file to go")
         self.assertNotIn("carla.xid", files_in(shared))
         a.go_online()
-        a.wait_log(presence_pattern("1c", "carla"))
+        read_when_whole(os.path.join(shared, "carla.xid"), lambda d: d == message_bytes(local_ids(1)[0]))
         b.wait_log(rename_pattern("anna", "carla"))
         b.wait_state("ExternalUsers", lambda u: u == ["carla"])
         self.assertEqual(["Geen Speler", "carla"], b.get("Combo_ExternUsers")["items"])
@@ -550,7 +553,7 @@ class DisconnectAndExit(LinkTest):
             with open(os.path.join(shared, name), "wb") as f:
                 f.write(b"service\n")
         wait_files(shared, lambda names: "anna.xid" in names and "bert.xid" in names, "both presence files")
-        rewrites = len(b.log_matches(presence_pattern("1a", "bert")))
+        rewrites = len(b.log_matches(presence_pattern("1a", "anna")))
 
         self.assertEqual(0, a.exit())
         names = files_in(shared)
@@ -561,7 +564,7 @@ class DisconnectAndExit(LinkTest):
         self.assertTrue(os.path.isdir(os.path.join(shared, ".stfolder")))
         self.assertTrue(os.path.isfile(os.path.join(shared, "sub", "kept.txt")))
         # The partner's file went too: it writes it again, and labels the leaver absent.
-        b.wait_log(presence_pattern("1a", "bert"), count=rewrites + 1)
+        b.wait_log(presence_pattern("1a", "anna"), count=rewrites + 1)
         b.wait_log(presence_pattern("2b", "anna", 0))
         b.wait_state("Active", lambda v: v == [False])
         b.wait_control("Combo_ExternUsers", "backColor", lambda v: v == RED, "the combo box red")
@@ -865,7 +868,7 @@ class BadInput(LinkTest):
         self.assertIn("anna.xid", files_in(shared))
         self.assertFalse(os.path.exists(missing), "no folder is made")
         # Writes to a folder that isn't there fail unseen, and are tried at each poll.
-        self.assertGreaterEqual(len(a.log_matches(presence_pattern("1c", "anna"))), 4)
+        self.assertGreaterEqual(len(a.log_matches(presence_pattern("1c", "cara"))), 4)
         self.assertEqual(["bert", "cara", "dirk"], a.state()["ExternalUsers"])
 
     def test_name_with_blank_and_quote(self):
@@ -886,7 +889,6 @@ class BadInput(LinkTest):
         a.wait_log(rename_pattern("01ExtSpeler", 'b"e rt'))
         a.select_player(1)
         a.wait_sees('b"e rt')
-        b.wait_log(presence_pattern("1c", 'b"e rt'))
 
 
 class SyncPair(LinkTest):
@@ -979,7 +981,7 @@ class RunLogs(LinkTest):
     CODE_TEXTS = {"1a": "writing", "1c": "writing", "1b": "removing", "1d": "removing",
                   "2b": "absent", "2e": "absent", "2c": "present", "2f": "present"}
 
-    def check_log(self, c, own, peer):
+    def check_log(self, c, peer):
         for line in c.log_after_startup():
             if not line:
                 continue
@@ -1002,10 +1004,12 @@ class RunLogs(LinkTest):
                 self.assertEqual(60, counter, line)
             if code in self.CODE_TEXTS:
                 self.assertIn(self.CODE_TEXTS[code], line)
-            if code == "3":
-                self.assertEqual("01ExtSpeler", match.group("name"), line)
+            # Every presence line names the external player of the folder;
+            # the placeholder until the name scan has found the real one.
+            if code == "3" or code in ("1c", "1d"):
+                self.assertIn(match.group("name"), ("01ExtSpeler", peer), line)
             else:
-                self.assertEqual(own if code.startswith("1") else peer, match.group("name"), line)
+                self.assertEqual(peer, match.group("name"), line)
 
     def test_lines_of_both_logs(self):
         shared = self.folder("shared")
@@ -1028,7 +1032,7 @@ class RunLogs(LinkTest):
             between = [l for l in lines[first + 1:second] if l]
             self.assertLessEqual(len(between), 2, between)
             for line in between:
-                self.assertRegex(line, presence_pattern("1c", "anna"))
+                self.assertRegex(line, presence_pattern("1c", "bert"))
 
         self.connect(a, b)
         a.wait_log(presence_pattern("2a", "bert", 1))
@@ -1036,13 +1040,13 @@ class RunLogs(LinkTest):
         self.assertEqual(0, a.exit())
         b.wait_log(presence_pattern("2b", "anna", 0))
 
-        self.check_log(a, "anna", "bert")
-        self.check_log(b, "bert", "anna")
-        for c, own, peer in ((a, "anna", "bert"), (b, "bert", "anna")):
+        self.check_log(a, "bert")
+        self.check_log(b, "anna")
+        for c, peer in ((a, "bert"), (b, "anna")):
             for pattern in (line_pattern("switch on-line status off at "), line_pattern("selecting extern user at "),
-                            presence_pattern("1c", own), presence_pattern("2d", peer, 1),
+                            presence_pattern("1c", peer), presence_pattern("2d", peer, 1),
                             presence_pattern("2f", peer), rename_pattern("01ExtSpeler", peer),
-                            line_pattern("connected and locked with %s at " % peer), presence_pattern("1a", own),
+                            line_pattern("connected and locked with %s at " % peer), presence_pattern("1a", peer),
                             presence_pattern("2a", peer, 1)):
                 self.assertTrue(c.log_matches(pattern), "%s: no line %r" % (c.label, pattern))
         for pattern in (line_pattern("sending bert a request to play at "),
