@@ -1056,7 +1056,7 @@ class RunLogs(LinkTest):
                         line_pattern("sending acceptance to play at "), presence_pattern("2b", "anna", 0)):
             self.assertTrue(b.log_matches(pattern), pattern)
         # Lines of the invitation come in the order of the conversation.
-        order_b = [l for l in b.log_after_startup() if not l.startswith("timer 1 event ")]
+        order_b = [l for l in b.log_after_startup() if l and not l.startswith("timer 1 event ")]
         self.assertRegex(order_b[-3], line_pattern("recieved a request to play from anna at "))
         self.assertRegex(order_b[-2], line_pattern("sending acceptance to play at "))
         self.assertRegex(order_b[-1], line_pattern("connected and locked with anna at "))
