@@ -8,7 +8,9 @@ import os
 import sys
 import unittest
 
-from valkenhorn_session import Session, XServer
+# No byte-code caches in the source tree.
+sys.dont_write_bytecode = True
+from valkenhorn_session import Session, XServer  # noqa: E402
 
 PROGRAM = None
 

@@ -255,7 +255,8 @@ class Session:
                 if line.startswith("run-time fault: "):
                     raise AssertionError("the program reported a fault before the log line %r:\n%s"
                                          % (prefix, "\n".join(lines)))
-            if answer_name and not name_given and any(l.startswith("asking for name local player at ") for l in lines):
+            if (answer_name and not name_given and self.connection is not None
+                    and any(l.startswith("asking for name local player at ") for l in lines)):
                 name_given = self.give_name(answer_name)
             if not self.running():
                 raise AssertionError("the program ended (code %s) before the log line %r:\n%s"
