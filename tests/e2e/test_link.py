@@ -349,6 +349,30 @@ class Presence(LinkTest):
         present = [i for i, l in enumerate(lines) if re.match(presence_pattern("2f", "bert"), l)]
         self.assertLess(selecting[0], present[0])
 
+        # Selecting again a player already labelled present paints the combo
+        # box red, and it stays red while the invite button is enabled.
+        a.select_player(0)
+        a.wait_control("cmdRequestToPlay", "enabled", lambda v: v is False, "no invitation without a player")
+        a.select_player(1)
+        a.wait_control("Combo_ExternUsers", "backColor", lambda v: v == RED, "the combo box red")
+        self.wait_cycles(a, 1)
+        self.assertEqual(RED, a.get("Combo_ExternUsers")["backColor"])
+        self.assertEqual([True], a.state()["Active"])
+        self.assertIs(True, a.get("cmdRequestToPlay")["enabled"])
+
+    def test_captions_of_the_link_controls(self):
+        a = self.copy("anna", local_ids(1)[0], [self.folder("shared")], ["bert"])
+        a.wait_started()
+        captions = {"ShareStatus": "Aanwezig", "Check1": "Verbonden", "cmdRequestToPlay": "Uitnodigen",
+                    "cmdDisconnect": "Verbreken", "Cmd_AddFolder": "Map toevoegen...",
+                    "Cmd_RemoveFolder": "Map verwijderen..."}
+        for name, caption in captions.items():
+            self.assertEqual(caption, a.get(name)["caption"], name)
+        # Only the program sets "Verbonden".
+        self.assertIs(False, a.get("Check1")["enabled"])
+        self.assertUnreachable(a, {"cmd": "click", "name": "Check1"})
+        self.assertEqual(RED, a.get("User_Name")["backColor"])
+
     def test_going_offline_removes_own_file_and_peer_sees_absent(self):
         shared = self.folder("shared")
         a, b = self.pair(shared)
@@ -448,6 +472,62 @@ class Invitation(LinkTest):
             self.assertIs(True, c.get("cmdStart")["enabled"])
             self.assertIs(True, c.get("cmdSluiten")["enabled"])
             self.assertEqual(1, c.state()["Check1"])
+
+    def test_invitation_from_an_unselected_player_switches_the_selection(self):
+        shared = self.folder("shared")
+        other = self.folder("other")
+        ida, idb = local_ids(2)
+        a = self.copy("anna", ida, [shared], ["bert"])
+        b = self.copy("bert", idb, [other, shared], ["cara", "anna"])
+        a.wait_started()
+        b.wait_started()
+        a.go_online()
+        b.go_online()
+        a.select_player(1)
+        a.wait_sees("bert")
+        b.select_player(1)
+        a.click("cmdRequestToPlay")
+        dialog = b.wait_dialog()
+        self.assertEqual((INVITE_TITLE, invite_text("anna")), (dialog["title"], dialog["text"]))
+        b.answer("yes")
+        b.wait_state("Check1", lambda v: v == 1)
+        b.wait_state("SelectedUser", lambda v: v == 2, "the selection to follow the inviter")
+        self.assertEqual(2, b.get("Combo_ExternUsers")["listIndex"])
+        b.wait_log(line_pattern("connected and locked with anna at "))
+        dialog = a.wait_dialog()
+        self.assertEqual((ACCEPTED_TITLE, "bert heeft jouw uitnodiging aanvaard."), (dialog["title"], dialog["text"]))
+        a.answer("ok")
+        a.wait_state("Check1", lambda v: v == 1)
+
+    def test_acceptance_by_a_second_player_goes_unnoticed(self):
+        shared = self.folder("shared")
+        other = self.folder("other")
+        ida, idb = local_ids(2)
+        # bert is anna's second player: the acceptance is looked for under the
+        # name of the first one, in every folder, and never found.
+        a = self.copy("anna", ida, [other, shared], ["cara", "bert"])
+        b = self.copy("bert", idb, [shared], ["anna"])
+        a.wait_started()
+        b.wait_started()
+        a.go_online()
+        b.go_online()
+        a.select_player(2)
+        b.select_player(1)
+        a.wait_sees("bert", slot=2)
+        a.click("cmdRequestToPlay")
+        a.wait_log(line_pattern("sending bert a request to play at "))
+        b.wait_dialog()
+        b.answer("yes")
+        b.wait_log(line_pattern("connected and locked with anna at "))
+        self.assertEqual(message_bytes(idb), read_when_whole(os.path.join(shared, "bert.acc"),
+                                                             lambda d: d.endswith(b"\r\n")))
+        self.wait_cycles(a, 2)
+        self.assertIsNone(a.ok({"cmd": "dialog"})["dialog"])
+        self.assertEqual(0, a.state()["Check1"])
+        self.assertFalse(a.log_matches(line_pattern("recieved acceptance to play at ")))
+        self.assertIn("bert.acc", files_in(shared))
+        self.assertIs(False, a.get("cmdStart")["enabled"])
+        self.assertEqual(1, b.state()["Check1"])
 
     def test_declined_invitation_leaves_nothing(self):
         shared = self.folder("shared")
