@@ -244,9 +244,10 @@ class Session:
     def wait_for_log_line(self, prefix, timeout=60, answer_name="tester"):
         """Waits until a line of the run log starts with prefix. A first run
         asks for the player's name and waits for it; the name is typed into
-        User_Name as a user would, so that the start-up goes on."""
+        User_Name as a user would, so that the start-up goes on, and typed
+        again when the start-up has not gone on a few seconds later."""
         deadline = time.monotonic() + timeout
-        name_given = False
+        given_at = None
         while True:
             lines = self.log_lines()
             for line in lines:
@@ -255,9 +256,12 @@ class Session:
                 if line.startswith("run-time fault: "):
                     raise AssertionError("the program reported a fault before the log line %r:\n%s"
                                          % (prefix, "\n".join(lines)))
-            if (answer_name and not name_given and self.connection is not None
-                    and any(l.startswith("asking for name local player at ") for l in lines)):
-                name_given = self.give_name(answer_name)
+            waiting = (any(l.startswith("asking for name local player at ") for l in lines)
+                       and not any(l.startswith("getting data of extern players at ") for l in lines))
+            if (answer_name and waiting and self.connection is not None
+                    and (given_at is None or time.monotonic() - given_at > 5)):
+                if self.give_name(answer_name):
+                    given_at = time.monotonic()
             if not self.running():
                 raise AssertionError("the program ended (code %s) before the log line %r:\n%s"
                                      % (self.process.returncode, prefix, self.program_output()))
@@ -269,6 +273,11 @@ class Session:
     def give_name(self, name):
         if not self.request({"cmd": "focus", "name": "User_Name"}).get("ok"):
             return False
+        # The focus comes once the window is active; getting it empties "je_naam".
+        # Keys typed before that would leave the box without ever losing the focus.
+        deadline = time.monotonic() + 5
+        while self.get("User_Name")["text"] == "je_naam" and time.monotonic() < deadline:
+            time.sleep(0.02)
         self.ok({"cmd": "type", "name": "User_Name", "text": name})
         self.ok({"cmd": "key", "name": "User_Name", "code": 13})
         return True
