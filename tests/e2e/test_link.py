@@ -604,6 +604,20 @@ class NameChange(LinkTest):
         b.wait_sees("carla")
 
 
+    def test_ten_characters_at_most(self):
+        a = self.copy("anna", local_ids(1)[0], [self.folder("shared")], ["bert"])
+        a.wait_started()
+        a.ok({"cmd": "focus", "name": "User_Name"})
+        for _ in range(6):
+            a.ok({"cmd": "key", "name": "User_Name", "code": 8})
+        a.wait_control("User_Name", "text", lambda t: t == "", "an empty box")
+        a.ok({"cmd": "type", "name": "User_Name", "text": "Abc-de.fghIJ"})
+        a.ok({"cmd": "key", "name": "User_Name", "code": 13})
+        a.wait_until(lambda: a.settings().get("LocalUser") == "Abc-de.fgh", "the name of ten characters saved")
+        self.assertEqual("Abc-de.fgh", a.get("User_Name")["text"])
+        self.assertEqual(("Abc-de.fgh", "anna"), (a.state()["LocalUser"], a.settings().get("OldLocalUser")))
+
+
 class DisconnectAndExit(LinkTest):
     def test_disconnect_is_out_of_reach(self):
         shared = self.folder("shared")
