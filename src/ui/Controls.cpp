@@ -1,6 +1,9 @@
 #include "ui/Controls.h"
 
 #include <QApplication>
+#include <algorithm>
+#include <QFontInfo>
+#include <QFontMetrics>
 
 #include "shell/FaultReport.h"
 #include "shell/RunTimeFault.h"
@@ -408,6 +411,77 @@ void LabelControl::mouseDoubleClickEvent(QMouseEvent* event)
 {
     if (event->button() == Qt::LeftButton && Mouse.DblClick)
         Guarded(Mouse.DblClick);
+}
+
+// ---- Ticker label -----------------------------------------------------------
+
+TickerLabel::TickerLabel(QWidget* parent, const QString& name) : LabelControl(parent, name, QString()) {}
+
+void TickerLabel::SetCaption(const QString& caption)
+{
+    if (caption == caption_)
+        return;
+    const bool turnedByOne = !caption_.isEmpty() && caption.size() == caption_.size() &&
+                             caption == caption_.mid(1) + caption_.left(1) && !stripText_.isEmpty();
+    if (turnedByOne) {
+        turned_ = (turned_ + 1) % static_cast<int>(stripText_.size());
+    } else {
+        stripText_ = caption;
+        turned_ = 0;
+        strip_ = QPixmap();
+    }
+    caption_ = caption;
+    update(contentsRect());
+}
+
+QRect TickerLabel::TextArea() const
+{
+    return contentsRect().adjusted(margin(), margin(), -margin(), -margin());
+}
+
+void TickerLabel::DrawStrip(const QRect& area)
+{
+    // The text twice over, so that any turn finds the window's width on it.
+    const QFontMetrics metrics = fontMetrics();
+    const int advance = metrics.horizontalAdvance(QLatin1Char('M'));
+    const int visible = area.width() / std::max(1, advance) + 2;
+    QString text = stripText_;
+    while (text.size() < stripText_.size() + visible)
+        text += stripText_;
+    const qreal ratio = devicePixelRatioF();
+    QPixmap strip(QSize(advance * static_cast<int>(text.size()), area.height()) * ratio);
+    strip.setDevicePixelRatio(ratio);
+    strip.fill(Qt::transparent);
+    QPainter painter(&strip);
+    painter.setFont(font());
+    painter.setPen(palette().color(QPalette::WindowText));
+    for (int i = 0; i < text.size(); ++i)
+        painter.drawText(QRect(i * advance, 0, advance, area.height()), Qt::AlignLeft | Qt::AlignVCenter, text.mid(i, 1));
+    strip_ = strip;
+}
+
+void TickerLabel::paintEvent(QPaintEvent* event)
+{
+    // Frame and background as a label draws them, then the left part of the
+    // caption that fits, centred in height.
+    QFrame::paintEvent(event);
+    if (caption_.isEmpty())
+        return;
+    const QRect area = TextArea();
+    QPainter painter(this);
+    painter.setClipRect(area);
+    if (!QFontInfo(font()).fixedPitch()) {
+        const int smallest = std::max(1, fontMetrics().horizontalAdvance(QLatin1Char('i')));
+        painter.drawText(area, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
+                         caption_.left(area.width() / smallest + 2));
+        return;
+    }
+    if (strip_.isNull() || qRound(strip_.height() / strip_.devicePixelRatio()) != area.height())
+        DrawStrip(area);
+    const int advance = fontMetrics().horizontalAdvance(QLatin1Char('M'));
+    painter.drawPixmap(area.topLeft(), strip_,
+                       QRectF(turned_ * advance * strip_.devicePixelRatio(), 0,
+                              area.width() * strip_.devicePixelRatio(), area.height() * strip_.devicePixelRatio()));
 }
 
 // ---- Image ------------------------------------------------------------------

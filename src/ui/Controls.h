@@ -13,6 +13,7 @@
 #include <QImage>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPixmap>
 #include <QPushButton>
 #include <QString>
 #include <QStringList>
@@ -213,6 +214,31 @@ protected:
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
+};
+
+// A one-line label whose text runs, such as the message board: each new
+// caption is mostly the last one turned by one character. In a fixed-pitch
+// font the whole text is drawn once into a strip, and each turn only moves
+// the window on that strip; laying out and drawing the text 25 times a
+// second would cost more than the rest of an idle program together.
+class TickerLabel : public LabelControl {
+public:
+    TickerLabel(QWidget* parent, const QString& name);
+    QString Caption() const override { return caption_; }
+    void SetCaption(const QString& caption) override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    QRect TextArea() const;
+    void DrawStrip(const QRect& area);
+
+    QString caption_;
+    // The caption the strip was drawn from, and how far it has turned since.
+    QString stripText_;
+    int turned_ = 0;
+    QPixmap strip_;
 };
 
 // A picture that takes clicks. Without Stretch the control takes the size of

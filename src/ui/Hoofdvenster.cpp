@@ -140,7 +140,7 @@ void Hoofdvenster::BuildTopLevel()
     for (FrameControl* frame : {frmGameControl, frLokaal, frExtern, frDices, Stock, Homers})
         frame->SetBackColor(FrameBackColor);
 
-    msgBoard = Add(new LabelControl(this, QStringLiteral("msgBoard"), QString()));
+    msgBoard = Add(new TickerLabel(this, QStringLiteral("msgBoard")));
     msgBoard->Move(4920, 120, 2895, 375);
     msgBoard->SetFont(QStringLiteral("Liberation Mono"), 16, true);
     msgBoard->SetBackColor(BoardLabelBackColor);

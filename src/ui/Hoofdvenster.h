@@ -46,7 +46,7 @@ public:
     FrameControl* frDices;
     FrameControl* Stock;
     FrameControl* Homers;
-    LabelControl* msgBoard;
+    TickerLabel* msgBoard;
     PanelControl* Personnel;
     PanelControl* RadioYambo;
     PanelControl* Gevang_1;
