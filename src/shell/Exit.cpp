@@ -1,26 +1,19 @@
 #include "shell/Exit.h"
 
+#include "link/SharedFolderFiles.h"
 #include "shell/Clock.h"
 #include "shell/FaultReport.h"
 #include "shell/Global.h"
 #include "ui/Dialogs.h"
 #include "ui/Hoofdvenster.h"
 
-#include <QDir>
-#include <QFile>
-
 namespace vk {
 
 void ClearSharedFolder(const QString& folder)
 {
     // A slot without a folder would make the pattern point at the root of
-    // the file system (or, to Qt, the working folder): that is left alone.
-    if (folder.isEmpty())
-        return;
-    QDir dir(folder);
-    const QStringList files = dir.entryList(QDir::Files | QDir::System);
-    for (const QString& name : files)
-        QFile::remove(dir.filePath(name));
+    // the file system: no files are listed for it, so nothing goes there.
+    DeleteMatching(folder, QStringLiteral("*"));
 }
 
 void CmdSluitenClick(Hoofdvenster& window)
