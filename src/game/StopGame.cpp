@@ -22,7 +22,7 @@ void StopRunningGame(Hoofdvenster& w)
         return;
 
     const QString folder = FolderAt(w.V.SelectedUser);
-    const QString stopFile = MessagePath(folder, g.LocalUser, QStringLiteral(".stp"));
+    const QString stopFile = MessagePath(folder, g.LocalUser, MessageKindId::GameStopped);
     if (MessageBox(QStringLiteral("Wilt u het spel bewaren om op een andere keer verder te spelen?"),
                    BoxButtons::YesNo, BoxIcon::Question, QStringLiteral("Spel Bewaren?")) == BoxResult::Yes) {
         const std::string dataFolder = QFile::encodeName(g.DataFolder).toStdString();

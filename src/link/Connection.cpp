@@ -15,7 +15,7 @@ void Combo_ExternUsers_Click(Hoofdvenster& w)
         return;
     LogAt(QStringLiteral("selecting extern user at "));
     w.V.SelectedUser = index;
-    w.Combo_ExternUsers->SetBackColor(255);
+    w.Combo_ExternUsers->SetBackColor(Red);
 }
 
 void SelectExternUser(Hoofdvenster& w, int index)
@@ -29,8 +29,8 @@ void cmdRequestToPlay_Click(Hoofdvenster& w)
     const GlobalValues& g = Global();
     const int i = w.V.SelectedUser;
     LogAt(QStringLiteral("sending ") + ExternalUserAt(i) + QStringLiteral(" a request to play at "));
-    WriteMessageKey(MessagePath(FolderAt(i), g.LocalUser, QStringLiteral(".rqs")), QStringLiteral("GENERAL"),
-                    QStringLiteral("USER_ID"), g.LocalID);
+    SendMessage(MessagePath(FolderAt(i), g.LocalUser, MessageKindId::Invitation), MessageKindId::Invitation,
+                {g.LocalID});
 }
 
 void cmdDisconnect_Click(Hoofdvenster& w)

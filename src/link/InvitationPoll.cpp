@@ -13,9 +13,6 @@ namespace vk {
 
 namespace {
 
-const QString General = QStringLiteral("GENERAL");
-const QString UserIdKey = QStringLiteral("USER_ID");
-
 QString ConnectedText(const QString& name)
 {
     return QStringLiteral("U bent nu verbonden met ") + name +
@@ -57,7 +54,8 @@ bool AnswerInvitation(Hoofdvenster& w, int i, const QString& request)
 
     LogAt(QStringLiteral("sending acceptance to play at "));
     DeleteUntilGone(request);
-    WriteMessageKey(MessagePath(FolderAt(i), g.LocalUser, QStringLiteral(".acc")), General, UserIdKey, g.LocalID);
+    SendMessage(MessagePath(FolderAt(i), g.LocalUser, MessageKindId::Acceptance), MessageKindId::Acceptance,
+                {g.LocalID});
 
     w.cmdStart->SetEnabled(true);
     ShowOnBoard(ConnectedText(name));
@@ -75,7 +73,7 @@ void NoticeAcceptance(Hoofdvenster& w)
     int i = 1;
     QString acceptance;
     for (; i <= g.ExtUsersCount; ++i) {
-        acceptance = MessagePath(FolderAt(i), ExternalUserAt(1), QStringLiteral(".acc"));
+        acceptance = MessagePath(FolderAt(i), ExternalUserAt(1), MessageKindId::Acceptance);
         if (FileExists(acceptance))
             break;
     }
@@ -114,7 +112,7 @@ void InvitationPoll(Hoofdvenster& w)
 
     if (w.Check1->Value() <= 0) {
         for (int i = 1; i <= g.ExtUsersCount; ++i) {
-            const QString request = MessagePath(FolderAt(i), ExternalUserAt(i), QStringLiteral(".rqs"));
+            const QString request = MessagePath(FolderAt(i), ExternalUserAt(i), MessageKindId::Invitation);
             if (FileExists(request) && AnswerInvitation(w, i, request))
                 break;
         }

@@ -1,7 +1,6 @@
 #include "link/PollCycle.h"
 
 #include "link/SharedFolderFiles.h"
-#include "link/ExternalPrefix.h"
 #include "shell/Clock.h"
 #include "shell/Global.h"
 #include "shell/RunLog.h"
@@ -12,12 +11,13 @@ namespace vk {
 
 namespace {
 
-constexpr int Red = 255;
-constexpr int Green = 65280;
+constexpr MessageKindId Presence = MessageKindId::Presence;
 
-const QString PresenceExtension = QStringLiteral(".xid");
-const QString General = QStringLiteral("GENERAL");
-const QString UserIdKey = QStringLiteral("USER_ID");
+// USER_ID of a presence file, or the own LocalID when it has none.
+QString UserIdIn(const QString& path)
+{
+    return ReadMessageKey(path, Presence, 0, Global().LocalID);
+}
 
 void LogPresence(const char* code, const QString& middle, const QString& name, const QString& end)
 {
@@ -27,12 +27,12 @@ void LogPresence(const char* code, const QString& middle, const QString& name, c
 
 QString OwnFile(int i)
 {
-    return MessagePath(FolderAt(i), Global().LocalUser, PresenceExtension);
+    return MessagePath(FolderAt(i), Global().LocalUser, Presence);
 }
 
 QString PeerFile(int i)
 {
-    return MessagePath(FolderAt(i), ExternalUserAt(i), PresenceExtension);
+    return MessagePath(FolderAt(i), ExternalUserAt(i), Presence);
 }
 
 // Phase 1: the own file is in every folder while on-line and not connected,
@@ -53,7 +53,7 @@ void KeepOwnFiles(Hoofdvenster& w)
             }
         } else if (!FileExists(own)) {
             LogPresence(connected ? "1a" : "1c", writing, ExternalUserAt(i), at);
-            WriteMessageKey(own, General, UserIdKey, g.LocalID);
+            SendMessage(own, Presence, {g.LocalID});
         }
     }
 }
@@ -97,17 +97,17 @@ void ScanNames(Hoofdvenster& w)
     GlobalValues& g = Global();
     for (int i = 1; i <= g.ExtUsersCount; ++i) {
         const QString peer = PeerFile(i);
-        if (FileExists(peer) && ReadMessageKey(peer, General, UserIdKey, g.LocalID) != g.LocalID)
+        if (FileExists(peer) && UserIdIn(peer) != g.LocalID)
             continue;
         const QString folder = FolderAt(i);
         for (const QString& name : ListMatching(folder, QStringLiteral("*.xid"))) {
-            if (ReadMessageKey(folder + QLatin1Char('/') + name, General, UserIdKey, g.LocalID) == g.LocalID)
+            if (UserIdIn(folder + QLatin1Char('/') + name) == g.LocalID)
                 continue;
             const QString newName = name.left(name.size() - 4);
             LogPresence("3", QStringLiteral(" - name of external player "), ExternalUserAt(i),
                         QStringLiteral(" changed to ") + newName + QStringLiteral(" at "));
             ExternalUserAt(i) = newName;
-            SaveSetting(QString::fromStdString(ExternalPrefix(i)) + QStringLiteral("External_User"), newName);
+            SaveSetting(SlotKey(i, QStringLiteral("External_User")), newName);
             w.Combo_ExternUsers->setItemText(i, newName);
             break;
         }

@@ -41,6 +41,11 @@ QString MessagePath(const QString& folder, const QString& writer, const QString&
     return folder + QLatin1Char('/') + writer + extension;
 }
 
+QString MessagePath(const QString& folder, const QString& writer, MessageKindId kind)
+{
+    return MessagePath(folder, writer, QString::fromStdString(KindOf(kind).Extension));
+}
+
 void WriteMessageKey(const QString& path, const QString& section, const QString& key, const QString& value)
 {
     WriteProfileString(Bytes(section), Bytes(key), Bytes(value), DiskPath(path));
@@ -49,6 +54,13 @@ void WriteMessageKey(const QString& path, const QString& section, const QString&
 QString ReadMessageKey(const QString& path, const QString& section, const QString& key, const QString& defaultValue)
 {
     return QString::fromLatin1(ReadProfileString(Bytes(section), Bytes(key), Bytes(defaultValue), DiskPath(path)));
+}
+
+QString ReadMessageKey(const QString& path, MessageKindId id, std::size_t index, const QString& defaultValue)
+{
+    const MessageKind& kind = KindOf(id);
+    return ReadMessageKey(path, QString::fromStdString(kind.Section), QString::fromStdString(kind.Keys.at(index)),
+                          defaultValue);
 }
 
 void SendMessage(const QString& path, MessageKindId id, const QStringList& values)

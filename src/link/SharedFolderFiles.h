@@ -15,12 +15,15 @@ namespace vk {
 
 struct WindowValues;
 
-// Folder + "/" + writer + extension.
+// Folder + "/" + writer + extension, the extension given or that of the kind.
 QString MessagePath(const QString& folder, const QString& writer, const QString& extension);
+QString MessagePath(const QString& folder, const QString& writer, MessageKindId kind);
 
 // One key of a message file; text is single bytes (Latin-1) on the wire.
 void WriteMessageKey(const QString& path, const QString& section, const QString& key, const QString& value);
 QString ReadMessageKey(const QString& path, const QString& section, const QString& key, const QString& defaultValue);
+// Key number `index` of a message of the given kind, in its section.
+QString ReadMessageKey(const QString& path, MessageKindId kind, std::size_t index, const QString& defaultValue);
 
 // Writes all keys of a message, one write of the file per key, in the order
 // of its kind; `values` holds them in that order.

@@ -1,7 +1,6 @@
 #include "link/SharedFolders.h"
 
 #include "link/Connection.h"
-#include "link/ExternalPrefix.h"
 #include "link/RemoveFolderDialog.h"
 #include "link/SharedFolderFiles.h"
 #include "shell/Global.h"
@@ -13,16 +12,6 @@
 namespace vk {
 
 namespace {
-
-QString Prefix(int i)
-{
-    return QString::fromStdString(ExternalPrefix(i));
-}
-
-QString BoolText(bool value)
-{
-    return value ? QStringLiteral("True") : QStringLiteral("False");
-}
 
 // The shell's folder dialog: a path, or an empty text on cancel.
 QString BrowseForFolder()
@@ -56,15 +45,15 @@ void Cmd_AddFolder_Click(Hoofdvenster& w)
 
     ResizeExternalUsers(n);
     FolderAt(n) = path;
-    SaveSetting(Prefix(n) + QStringLiteral("Folder"), path);
+    SaveSetting(SlotKey(n, QStringLiteral("Folder")), path);
 
-    const QString placeholder = Prefix(n) + QStringLiteral("ExtSpeler");
+    const QString placeholder = SlotKey(n, QStringLiteral("ExtSpeler"));
     w.Combo_ExternUsers->addItem(placeholder);
     ExternalUserAt(n) = placeholder;
-    SaveSetting(Prefix(n) + QStringLiteral("External_User"), placeholder);
+    SaveSetting(SlotKey(n, QStringLiteral("External_User")), placeholder);
 
     SetActiveAt(n, false);
-    SaveSetting(Prefix(n) + QStringLiteral("Active"), BoolText(false));
+    SaveSetting(SlotKey(n, QStringLiteral("Active")), FlagText(false));
 
     g.ExtUsersCount = n;
     WatchSharedFolders();
@@ -128,16 +117,16 @@ void Cmd_Remove_Click(Hoofdvenster& w, Remove_Folder& dialog)
         FolderAt(j) = FolderAt(j + 1);
         ExternalUserAt(j) = ExternalUserAt(j + 1);
         SetActiveAt(j, ActiveAt(j + 1));
-        SaveSetting(Prefix(j) + QStringLiteral("Folder"), FolderAt(j));
-        SaveSetting(Prefix(j) + QStringLiteral("External_User"), ExternalUserAt(j));
-        SaveSetting(Prefix(j) + QStringLiteral("Active"), BoolText(ActiveAt(j)));
+        SaveSetting(SlotKey(j, QStringLiteral("Folder")), FolderAt(j));
+        SaveSetting(SlotKey(j, QStringLiteral("External_User")), ExternalUserAt(j));
+        SaveSetting(SlotKey(j, QStringLiteral("Active")), FlagText(ActiveAt(j)));
     }
 
-    const QString last = Prefix(g.ExtUsersCount);
-    SaveSetting(last + QStringLiteral("Folder"), QString());
-    SaveSetting(last + QStringLiteral("External_User"), QString());
-    SaveSetting(last + QStringLiteral("Old_Ext_User"), QString());
-    SaveSetting(last + QStringLiteral("Active"), QString());
+    const int last = g.ExtUsersCount;
+    SaveSetting(SlotKey(last, QStringLiteral("Folder")), QString());
+    SaveSetting(SlotKey(last, QStringLiteral("External_User")), QString());
+    SaveSetting(SlotKey(last, QStringLiteral("Old_Ext_User")), QString());
+    SaveSetting(SlotKey(last, QStringLiteral("Active")), QString());
 
     g.ExtUsersCount -= 1;
     // Only the removal of the selected slot looks at the count before the

@@ -1,7 +1,6 @@
 #include "shell/PlayerInitiation.h"
 
 #include "game/StopGame.h"
-#include "link/ExternalPrefix.h"
 #include "link/PollCycle.h"
 #include "link/SharedFolderFiles.h"
 #include "shell/Clock.h"
@@ -43,11 +42,6 @@ std::vector<NetworkAdapter> Adapters()
         adapters.push_back(adapter);
     }
     return adapters;
-}
-
-QString Prefix(int i)
-{
-    return QString::fromStdString(ExternalPrefix(i));
 }
 
 } // namespace
@@ -122,11 +116,10 @@ void RunPlayerInitiation(Hoofdvenster& w)
         w.Cmd_RemoveFolder->SetEnabled(true);
         ResizeExternalUsers(count);
         for (int i = 1; i <= count; ++i) {
-            FolderAt(i) = GetSetting(Prefix(i) + QStringLiteral("Folder"));
-            ExternalUserAt(i) = GetSetting(Prefix(i) + QStringLiteral("External_User"),
-                                           Prefix(i) + QStringLiteral("ExtSpeler"));
-            SetActiveAt(i, GetSetting(Prefix(i) + QStringLiteral("Active"), QStringLiteral("False")) ==
-                               QLatin1String("True"));
+            FolderAt(i) = GetSetting(SlotKey(i, QStringLiteral("Folder")));
+            ExternalUserAt(i) = GetSetting(SlotKey(i, QStringLiteral("External_User")),
+                                           SlotKey(i, QStringLiteral("ExtSpeler")));
+            SetActiveAt(i, GetSetting(SlotKey(i, QStringLiteral("Active")), FlagText(false)) == FlagText(true));
             w.Combo_ExternUsers->addItem(ExternalUserAt(i));
         }
     }

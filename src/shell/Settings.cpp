@@ -1,5 +1,6 @@
 #include "shell/Settings.h"
 
+#include "link/ExternalPrefix.h"
 #include "shell/Global.h"
 
 #include <QDir>
@@ -26,6 +27,16 @@ QString GetSetting(const QString& key, const QString& defaultValue)
     const QString text = value.typeId() == QMetaType::QStringList ? value.toStringList().join(QLatin1Char(','))
                                                                   : value.toString();
     return text.isEmpty() ? defaultValue : text;
+}
+
+QString SlotKey(int slot, const QString& key)
+{
+    return QString::fromStdString(ExternalPrefix(slot)) + key;
+}
+
+QString FlagText(bool value)
+{
+    return value ? QStringLiteral("True") : QStringLiteral("False");
 }
 
 void SaveSetting(const QString& key, const QString& value)

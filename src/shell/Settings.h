@@ -16,6 +16,12 @@ QString SettingsFilePath();
 // empty (an emptied slot reads like a missing one).
 QString GetSetting(const QString& key, const QString& defaultValue = QString());
 
+// The key of slot i of the external players: "01Folder", "12External_User".
+QString SlotKey(int slot, const QString& key);
+
+// A flag as the settings keep it: "True" or "False".
+QString FlagText(bool value);
+
 // Saves the key and writes the file at once: the program ends without
 // unwinding, and a second copy or a test may read the file any moment.
 void SaveSetting(const QString& key, const QString& value);

@@ -11,8 +11,6 @@ namespace vk {
 
 namespace {
 
-constexpr int Red = 255;
-constexpr int Green = 65280;
 const QString Placeholder = QStringLiteral("je_naam");
 
 } // namespace

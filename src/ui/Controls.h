@@ -34,6 +34,10 @@ enum class ControlKind { Form, Frame, Panel, Button, CheckBox, ComboBox, TextBox
 // The kind as the automation interface names it ("form", "frame", ...).
 const char* KindName(ControlKind kind);
 
+// The colour numbers the game paints its state with.
+inline constexpr int Red = 255;
+inline constexpr int Green = 65280;
+
 // A colour number of the design (0x00BBGGRR) as a Qt colour.
 QColor ColorFromNumber(int number);
 

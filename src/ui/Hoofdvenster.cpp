@@ -24,7 +24,6 @@ namespace {
 
 // Frames and check boxes share this back colour.
 constexpr int FrameBackColor = 12624992;
-constexpr int Red = 255;
 constexpr int BoardLabelBackColor = 8454143;
 
 const char* const DiceToolTipSingle = "Dubbelklik hier om deze dobbelsteen apart te gebruiken";
