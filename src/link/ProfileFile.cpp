@@ -1,7 +1,7 @@
 #include "link/ProfileFile.h"
 
-#include <fstream>
-#include <iterator>
+#include "link/PlainFiles.h"
+
 #include <optional>
 #include <vector>
 
@@ -64,19 +64,13 @@ std::optional<KeyLine> KeyValue(std::string_view line)
 }
 
 // The lines of the file without their ends; CRLF and LF both end a line.
-// A missing file gives no lines and counts as read.
-bool ReadLines(const std::filesystem::path& path, std::vector<std::string>& lines)
+// A missing file gives no lines, and so does anything that is not a regular
+// file or can't be read: a write then replaces it with a file of its own.
+std::vector<std::string> ReadLines(const std::filesystem::path& path)
 {
-    lines.clear();
-    std::error_code error;
-    if (!std::filesystem::exists(path, error))
-        return !error;
-    std::ifstream in(path, std::ios::binary);
-    if (!in)
-        return false;
-    const std::string content{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
-    if (in.bad())
-        return false;
+    std::vector<std::string> lines;
+    const PlainFileContent file = ReadPlainFile(path.string());
+    const std::string& content = file.Bytes;
     std::size_t start = 0;
     while (start < content.size()) {
         std::size_t end = content.find('\n', start);
@@ -89,13 +83,11 @@ bool ReadLines(const std::filesystem::path& path, std::vector<std::string>& line
         lines.emplace_back(content, start, stop - start);
         start = next;
     }
-    return true;
+    return lines;
 }
 
-// Writes the whole file. An existing file is overwritten in place and cut to
-// the new length afterwards rather than truncated first: a file system that
-// flushes a file truncated to nothing on its close (ext4) would otherwise
-// make every key of a saved game cost a disk flush.
+// Publishes the whole file at once: a reader on either side of the shared
+// folder sees the file before or after this key, never a torn line.
 bool WriteLines(const std::filesystem::path& path, const std::vector<std::string>& lines)
 {
     std::string content;
@@ -103,50 +95,30 @@ bool WriteLines(const std::filesystem::path& path, const std::vector<std::string
         content += line;
         content += "\r\n";
     }
-    std::error_code error;
-    const bool existed = std::filesystem::exists(path, error);
-    if (error)
-        return false;
-    const std::uintmax_t oldSize = existed ? std::filesystem::file_size(path, error) : 0;
-    if (error)
-        return false;
-    std::fstream out(path, existed ? (std::ios::in | std::ios::out | std::ios::binary)
-                                   : (std::ios::out | std::ios::binary | std::ios::trunc));
-    if (!out)
-        return false;
-    out.write(content.data(), static_cast<std::streamsize>(content.size()));
-    out.close();
-    if (out.fail())
-        return false;
-    if (oldSize > content.size())
-        std::filesystem::resize_file(path, content.size(), error);
-    return !error;
+    return PublishPlainFile(path.string(), content);
 }
 
-// Reads one line (ended by LF, a CR before it dropped) and keeps at most
-// ReadLineLimit bytes of it; the rest of a longer line is skipped. A key
-// line longer than that can't hold a key of ours with a value the buffer
-// could return whole, so nothing that matters is lost.
+// Takes the next line (ended by LF, a CR before it dropped) of text from
+// `at` and keeps at most ReadLineLimit bytes of it. A key line longer than
+// that can't hold a key of ours with a value the buffer could return whole,
+// so nothing that matters is lost.
 constexpr std::size_t ReadLineLimit = 4096;
 
-bool ReadCappedLine(std::istream& in, std::string& line)
+bool NextCappedLine(std::string_view text, std::size_t& at, std::string_view& line)
 {
-    line.clear();
-    bool any = false;
-    std::streambuf* buffer = in.rdbuf();
-    for (;;) {
-        const int c = buffer->sbumpc();
-        if (c == std::char_traits<char>::eof())
-            break;
-        any = true;
-        if (c == '\n')
-            break;
-        if (line.size() < ReadLineLimit)
-            line.push_back(static_cast<char>(c));
-    }
+    if (at >= text.size())
+        return false;
+    std::size_t end = text.find('\n', at);
+    const std::size_t next = end == std::string_view::npos ? text.size() : end + 1;
+    if (end == std::string_view::npos)
+        end = text.size();
+    line = text.substr(at, end - at);
     if (!line.empty() && line.back() == '\r')
-        line.pop_back();
-    return any;
+        line.remove_suffix(1);
+    if (line.size() > ReadLineLimit)
+        line = line.substr(0, ReadLineLimit);
+    at = next;
+    return true;
 }
 
 std::string CutToBuffer(std::string_view text)
@@ -159,9 +131,7 @@ std::string CutToBuffer(std::string_view text)
 bool WriteProfileString(std::string_view section, std::string_view key, std::string_view value,
                         const std::filesystem::path& path)
 {
-    std::vector<std::string> lines;
-    if (!ReadLines(path, lines))
-        return false;
+    std::vector<std::string> lines = ReadLines(path);
 
     std::string keyLine(key);
     keyLine += '=';
@@ -202,19 +172,13 @@ bool WriteProfileString(std::string_view section, std::string_view key, std::str
 std::string ReadProfileString(std::string_view section, std::string_view key, std::string_view defaultValue,
                               const std::filesystem::path& path)
 {
-    // The file is read line by line and each line only up to ReadLineLimit
-    // bytes: a file in the shared folder is written by somebody else and may
-    // be of any size or hold no line ends at all.
-    std::error_code error;
-    if (!std::filesystem::is_regular_file(path, error))
-        return CutToBuffer(defaultValue);
-    std::ifstream in(path, std::ios::binary);
-    if (!in)
-        return CutToBuffer(defaultValue);
-
+    // The file is somebody else's: at most PlainFileReadBound bytes of it are
+    // read, and each line is looked at only up to ReadLineLimit bytes.
+    const PlainFileContent file = ReadPlainFile(path.string());
     bool inSection = false;
-    std::string line;
-    while (ReadCappedLine(in, line)) {
+    std::size_t at = 0;
+    std::string_view line;
+    while (NextCappedLine(file.Bytes, at, line)) {
         if (const auto name = SectionName(line)) {
             if (inSection)
                 break;

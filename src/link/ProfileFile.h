@@ -21,16 +21,19 @@ inline constexpr std::size_t ProfileBufferLength = 1000;
 
 // Writes one key. Creates the file and the section when they are missing,
 // replaces the value of an existing key where it stands, and adds a missing
-// key at the end of its section. The whole file is rewritten for each call.
-// Returns false when the file could not be read or written; callers of the
-// game ignore that, as a failed write simply leaves the other side waiting.
+// key at the end of its section. The whole new file is published at once
+// for each call, replacing whatever stood under the name (a link is replaced,
+// never followed). Returns false when the file could not be written; callers
+// of the game ignore that, as a failed write simply leaves the other side
+// waiting.
 bool WriteProfileString(std::string_view section, std::string_view key, std::string_view value,
                         const std::filesystem::path& path);
 
 // Reads one key: its value, or defaultValue when the file, the section or
 // the key is missing. Either way cut to ProfileBufferLength - 1 characters.
-// Only the first 4096 bytes of each line are looked at, and a path that is
-// not a regular file (a directory of that name) counts as missing.
+// At most PlainFileReadBound bytes of the file are read and only the first
+// 4096 bytes of each line looked at; a link, a pipe, a device or a directory
+// under the name counts as missing.
 std::string ReadProfileString(std::string_view section, std::string_view key, std::string_view defaultValue,
                               const std::filesystem::path& path);
 

@@ -29,7 +29,11 @@ QString ReadMessageKey(const QString& path, MessageKindId kind, std::size_t inde
 // of its kind; `values` holds them in that order.
 void SendMessage(const QString& path, MessageKindId kind, const QStringList& values);
 
-// Deletes a file once, errors ignored.
+// Everything below treats a shared folder as written by strangers: only a
+// regular file is a message, no link is followed, reads are bounded and
+// writes are published whole by a rename.
+
+// Deletes a file once, errors ignored; a link is removed itself.
 void DeleteOnce(const QString& path);
 
 // { delete; test } until the file is gone, without pumping the interface. A
@@ -37,14 +41,25 @@ void DeleteOnce(const QString& path);
 // between tries the thread sleeps a little instead of spinning.
 void DeleteUntilGone(const QString& path);
 
-// Deletes the files of a folder that match a pattern such as "*.xid", once,
-// errors ignored. Files of a synchronisation service are left alone.
+// Deletes the entries of a folder that match a pattern such as "*.xid", once,
+// errors ignored: files, and links, pipes and the like under any name (the
+// entry itself, never what a link points at). Directories and the files of a
+// synchronisation service are left alone.
 void DeleteMatching(const QString& folder, const QString& pattern);
 
-// The names of the files in folder that match the pattern, in directory
-// order, without the files of a synchronisation service. A folder that can't
-// be read gives none.
+// The names of the regular files in folder that match the pattern, in
+// directory order, without the files of a synchronisation service and without
+// names that can't safely be part of a path. A folder that can't be read
+// gives none.
 QStringList ListMatching(const QString& folder, const QString& pattern);
+
+// Removes what is left of an interrupted write of the writer's: the
+// temporaries its files were built under.
+void RemoveOwnTemporaries(const QString& folder, const QString& writer);
+
+// Writes one run-log line for each entry of a shared folder that the file
+// layer refused to take for a message ("ignoring NAME in shared folder: why").
+void LogRefusedEntries();
 
 // Sets InputLock and waits in steps of 50 ms until the opponent has deleted
 // LastSentFile. No time limit.

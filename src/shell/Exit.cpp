@@ -14,6 +14,7 @@ void ClearSharedFolder(const QString& folder)
     // A slot without a folder would make the pattern point at the root of
     // the file system: no files are listed for it, so nothing goes there.
     DeleteMatching(folder, QStringLiteral("*"));
+    RemoveOwnTemporaries(folder, Global().LocalUser);
 }
 
 void CmdSluitenClick(Hoofdvenster& window)

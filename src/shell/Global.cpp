@@ -1,8 +1,9 @@
 #include "shell/Global.h"
 
+#include "link/FolderEntries.h"
 #include "shell/RunTimeFault.h"
 
-#include <QFileInfo>
+#include <QFile>
 
 namespace vk {
 
@@ -19,8 +20,12 @@ QString WithBackslash(const QString& path)
 
 bool FileExists(const QString& path)
 {
-    QFileInfo info(path);
-    return info.isFile() && info.lastModified().isValid();
+    // The entry itself: a link, even one to a file, is not a file of ours.
+    const std::string entry = QFile::encodeName(path).toStdString();
+    const EntryType type = TypeOfEntry(entry);
+    if (type != EntryType::Missing && type != EntryType::RegularFile)
+        ReportRefusedEntry(entry, DescribeEntryType(type));
+    return type == EntryType::RegularFile;
 }
 
 QString& FolderAt(int i)

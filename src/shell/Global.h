@@ -47,8 +47,9 @@ GlobalValues& Global();
 // spoke of a backslash; on this platform the separator is "/".
 QString WithBackslash(const QString& path);
 
-// True exactly when the file's date and time can be read. Only regular files
-// count: a directory that bears a message's name is not a message.
+// True exactly when a regular file stands under the path. The entry itself is
+// looked at (lstat): a link, a directory, a pipe or a device that bears a
+// message's name is not a message.
 bool FileExists(const QString& path);
 
 // Checked access to the 1-based lists of external players: an index outside

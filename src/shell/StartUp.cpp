@@ -2,6 +2,7 @@
 
 #include "board/BoardState.h"
 #include "game/DiceTable.h"
+#include "link/SharedFolderFiles.h"
 #include "shell/Clock.h"
 #include "shell/FaultReport.h"
 #include "shell/PlayerInitiation.h"
@@ -79,6 +80,7 @@ void RunStartUp(Hoofdvenster& window)
     // 7. The run log.
     g.LogPath = g.DataFolder + g.AppTitle + QStringLiteral(".log");
     OpenRunLog(g.LogPath);
+    LogRefusedEntries();
     if (TimeScale() != 1.0)
         LogAt(QStringLiteral("running with time scale %1 (for tests) at ").arg(TimeScale()));
 

@@ -69,10 +69,17 @@ TEST_F(BadInputTest, SeveralMegabytesOnOneLineGiveAtMost999Characters)
     EXPECT_LE(value.size(), 999u);
 }
 
-TEST_F(BadInputTest, KeyAfterAHugeLineIsStillFound)
+TEST_F(BadInputTest, KeyAfterALongLineWithinTheReadBoundIsStillFound)
 {
-    Put("[GENERAL]\r\nJUNK=" + std::string(3 * 1024 * 1024, 'y') + "\r\nUSER_ID=0A1B2C3D4E5F\r\n");
+    Put("[GENERAL]\r\nJUNK=" + std::string(60 * 1024, 'y') + "\r\nUSER_ID=0A1B2C3D4E5F\r\n");
     EXPECT_EQ(Read("USER_ID"), "0A1B2C3D4E5F");
+}
+
+TEST_F(BadInputTest, KeyBeyondTheReadBoundIsNotLookedAt)
+{
+    // Only the first 64 KiB of a file are read; no message comes near that.
+    Put("[GENERAL]\r\nJUNK=" + std::string(3 * 1024 * 1024, 'y') + "\r\nUSER_ID=0A1B2C3D4E5F\r\n");
+    EXPECT_EQ(Read("USER_ID"), "-1");
 }
 
 TEST_F(BadInputTest, LongValueIsCutTo999Characters)
