@@ -2,6 +2,7 @@
 
 #include "board/BoardView.h"
 #include "game/ProfileValues.h"
+#include "link/PlainFiles.h"
 #include "link/ProfileFile.h"
 
 #include <string>
@@ -91,16 +92,13 @@ std::filesystem::path SavedGamePath(const std::filesystem::path& dataFolder, con
     return dataFolder / (externalUser + ".vkh");
 }
 
-bool SaveGame(const std::filesystem::path& path, const BoardState& state, const GameProgress& progress)
+std::string SavedGameText(const BoardState& state, const GameProgress& progress)
 {
-    std::error_code ignored;
-    std::filesystem::remove(path, ignored);
-
     const int local = CheckedSide(state.LocalSide, "LOK");
     const int external = CheckedSide(progress.ExternalSide, "EXT");
-    bool written = true;
+    ProfileText text;
     const auto put = [&](const char* section, const std::string& key, const std::string& value) {
-        written = WriteProfileString(section, key, value, path) && written;
+        text.Write(section, key, value);
     };
     put("MAIN", "LOK", std::to_string(local));
     put("MAIN", "EXT", std::to_string(external));
@@ -112,7 +110,14 @@ bool SaveGame(const std::filesystem::path& path, const BoardState& state, const 
         else
             put(section, key, std::to_string(value));
     });
-    return written;
+    return text.Text();
+}
+
+bool SaveGame(const std::filesystem::path& path, const BoardState& state, const GameProgress& progress)
+{
+    std::error_code ignored;
+    std::filesystem::remove(path, ignored);
+    return PublishPlainFile(path.string(), SavedGameText(state, progress));
 }
 
 void ReadSavedGame(const std::filesystem::path& path, BoardState& state, GameProgress& progress)

@@ -28,12 +28,16 @@ public:
     using RunTimeFault::RunTimeFault;
 };
 
-// SaveGame: deletes an old file, then writes every key, key by key, in the
-// order MAIN; per slot VEHPOS, CMPVEH, DIRVEH, VEHTAG, each _LOK then _EXT;
+// The text of a saved game: every key, written key by key, in the order MAIN; per slot VEHPOS, CMPVEH, DIRVEH, VEHTAG, each _LOK then _EXT;
 // the six flag keys; per mine MIJN_GER then MIJN_REB; the companies; the
 // cards; STACK CARD01..CARD32 and POINT. _LOK sections hold the army of
 // LocalSide, _EXT sections that of ExternalSide; mines, BRANDSTOF and
-// TSETSE are stored by army. Returns false when a write failed.
+// TSETSE are stored by army. Two copies in step hold the same text (seen
+// from their own sides).
+std::string SavedGameText(const BoardState& state, const GameProgress& progress);
+
+// SaveGame: deletes an old file, then publishes SavedGameText under the path.
+// Returns false when the write failed.
 bool SaveGame(const std::filesystem::path& path, const BoardState& state, const GameProgress& progress);
 
 // Reads a saved game over `state` and `progress`: LOK into LocalSide and EXT

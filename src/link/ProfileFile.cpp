@@ -86,18 +86,6 @@ std::vector<std::string> ReadLines(const std::filesystem::path& path)
     return lines;
 }
 
-// Publishes the whole file at once: a reader on either side of the shared
-// folder sees the file before or after this key, never a torn line.
-bool WriteLines(const std::filesystem::path& path, const std::vector<std::string>& lines)
-{
-    std::string content;
-    for (const std::string& line : lines) {
-        content += line;
-        content += "\r\n";
-    }
-    return PublishPlainFile(path.string(), content);
-}
-
 // Takes the next line (ended by LF, a CR before it dropped) of text from
 // `at` and keeps at most ReadLineLimit bytes of it. A key line longer than
 // that can't hold a key of ours with a value the buffer could return whole,
@@ -128,45 +116,59 @@ std::string CutToBuffer(std::string_view text)
 
 } // namespace
 
-bool WriteProfileString(std::string_view section, std::string_view key, std::string_view value,
-                        const std::filesystem::path& path)
+void ProfileText::Write(std::string_view section, std::string_view key, std::string_view value)
 {
-    std::vector<std::string> lines = ReadLines(path);
-
     std::string keyLine(key);
     keyLine += '=';
     keyLine += value;
 
     std::size_t i = 0;
-    while (i < lines.size()) {
-        const auto name = SectionName(lines[i]);
+    while (i < lines_.size()) {
+        const auto name = SectionName(lines_[i]);
         if (name && SameName(*name, section))
             break;
         ++i;
     }
 
-    if (i == lines.size()) {
-        lines.push_back("[" + std::string(section) + "]");
-        lines.push_back(std::move(keyLine));
-        return WriteLines(path, lines);
+    if (i == lines_.size()) {
+        lines_.push_back("[" + std::string(section) + "]");
+        lines_.push_back(std::move(keyLine));
+        return;
     }
 
     // Inside the section: replace the key where it stands, or add it after
     // the last line of the section that is not blank.
     std::size_t lastFilled = i;
-    for (std::size_t j = i + 1; j < lines.size() && !SectionName(lines[j]); ++j) {
-        if (const auto entry = KeyValue(lines[j]); entry && SameName(entry->key, key)) {
+    for (std::size_t j = i + 1; j < lines_.size() && !SectionName(lines_[j]); ++j) {
+        if (const auto entry = KeyValue(lines_[j]); entry && SameName(entry->key, key)) {
             std::string replaced(entry->key);
             replaced += '=';
             replaced += value;
-            lines[j] = std::move(replaced);
-            return WriteLines(path, lines);
+            lines_[j] = std::move(replaced);
+            return;
         }
-        if (!Trim(lines[j]).empty())
+        if (!Trim(lines_[j]).empty())
             lastFilled = j;
     }
-    lines.insert(lines.begin() + static_cast<std::ptrdiff_t>(lastFilled + 1), std::move(keyLine));
-    return WriteLines(path, lines);
+    lines_.insert(lines_.begin() + static_cast<std::ptrdiff_t>(lastFilled + 1), std::move(keyLine));
+}
+
+std::string ProfileText::Text() const
+{
+    std::string content;
+    for (const std::string& line : lines_) {
+        content += line;
+        content += "\r\n";
+    }
+    return content;
+}
+
+bool WriteProfileString(std::string_view section, std::string_view key, std::string_view value,
+                        const std::filesystem::path& path)
+{
+    ProfileText text(ReadLines(path));
+    text.Write(section, key, value);
+    return PublishPlainFile(path.string(), text.Text());
 }
 
 std::string ReadProfileString(std::string_view section, std::string_view key, std::string_view defaultValue,

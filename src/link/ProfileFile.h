@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace vk {
 
@@ -18,6 +19,21 @@ namespace vk {
 // Length of the buffer every read goes through, its terminator included:
 // a value read back never has more than ProfileBufferLength - 1 characters.
 inline constexpr std::size_t ProfileBufferLength = 1000;
+
+// The lines of an INI text in memory, written key by key by the same rules as
+// a file: a whole saved game is built here and published at once, and its
+// text is what two copies compare.
+class ProfileText {
+public:
+    ProfileText() = default;
+    explicit ProfileText(std::vector<std::string> lines) : lines_(std::move(lines)) {}
+    void Write(std::string_view section, std::string_view key, std::string_view value);
+    // The lines, each ended by CRLF.
+    std::string Text() const;
+
+private:
+    std::vector<std::string> lines_;
+};
 
 // Writes one key. Creates the file and the section when they are missing,
 // replaces the value of an existing key where it stands, and adds a missing
