@@ -1,14 +1,13 @@
 #include "game/ActionRecords.h"
 
 #include "game/ProfileValues.h"
+#include "link/MessageKinds.h"
 #include "link/ProfileFile.h"
 #include "shell/RunTimeFault.h"
 
 namespace vk {
 
 namespace {
-
-constexpr const char* kSection = "GENERAL";
 
 // The actions of a turn by the phase they are done in.
 constexpr std::array<ActionPhase, 10> kActionPhases{{
@@ -24,28 +23,24 @@ constexpr std::array<ActionPhase, 10> kActionPhases{{
     {26, 27, 3, 0, false},
 }};
 
-bool WriteInt(const std::filesystem::path& path, const char* key, int value)
+const MessageKind& Kind(MessageKindId id)
 {
-    return WriteProfileString(kSection, key, std::to_string(value), path);
+    return KindOf(id);
 }
 
-int ReadInt(const std::filesystem::path& path, const char* key)
+int ReadInt(const std::filesystem::path& path, MessageKindId id, const std::string& key)
 {
-    return ProfileInt(ReadProfileString(kSection, key, "-1", path), key);
+    return ProfileInt(ReadProfileString(Kind(id).Section, key, "-1", path), key);
+}
+
+std::string Number(int value)
+{
+    return std::to_string(value);
 }
 
 std::size_t Index(int index)
 {
     return static_cast<std::size_t>(CheckIndex(index, 0, 1, "ActionRecord"));
-}
-
-// Val of one character of the tag, counted from 1: 0 past the end or for a non-digit.
-int DigitAt(const std::string& tag, std::size_t position)
-{
-    if (position > tag.size())
-        return 0;
-    const char c = tag[position - 1];
-    return (c >= '0' && c <= '9') ? c - '0' : 0;
 }
 
 } // namespace
@@ -93,57 +88,72 @@ ActionMessage MakeActionMessage(const ActionRecord& record, int index, int diceC
 
 bool WriteRollRecord(const std::filesystem::path& path, int dice1, int dice2)
 {
-    bool written = WriteInt(path, "D1", dice1);
-    written = WriteInt(path, "D2", dice2) && written;
-    return written;
+    const MessageKind& kind = Kind(MessageKindId::DiceResult);
+    return WriteMessage(kind, InKeyOrder(kind, {Number(dice1), Number(dice2)}), path.string());
 }
 
 bool WriteEndOfTurnRecord(const std::filesystem::path& path, int turnNumber)
 {
-    return WriteInt(path, "TURN", turnNumber);
+    const MessageKind& kind = Kind(MessageKindId::EndOfTurn);
+    return WriteMessage(kind, InKeyOrder(kind, {Number(turnNumber)}), path.string());
+}
+
+KeyValues ActionRecordKeys(const ActionMessage& message, int phase)
+{
+    const MessageKind& kind = Kind(MessageKindId::Action);
+    KeyValues keys = InKeyOrder(kind, {Number(message.Direct), Number(message.Dice), Number(message.Veh),
+                                       Number(message.Act), Number(message.From), Number(message.To),
+                                       message.VehTag});
+    // The record of phase 8 writes VEH before DICE.
+    if (phase == 8)
+        std::swap(keys[1], keys[2]);
+    return keys;
 }
 
 bool WriteActionRecord(const std::filesystem::path& path, const ActionMessage& message, int phase)
 {
-    bool written = WriteInt(path, "DIRECT", message.Direct);
-    if (phase == 8) {
-        written = WriteInt(path, "VEH", message.Veh) && written;
-        written = WriteInt(path, "DICE", message.Dice) && written;
-    } else {
-        written = WriteInt(path, "DICE", message.Dice) && written;
-        written = WriteInt(path, "VEH", message.Veh) && written;
-    }
-    written = WriteInt(path, "ACT", message.Act) && written;
-    written = WriteInt(path, "FROM", message.From) && written;
-    written = WriteInt(path, "TO", message.To) && written;
-    written = WriteProfileString(kSection, "VEHTAG", message.VehTag, path) && written;
-    return written;
+    return WriteMessage(Kind(MessageKindId::Action), ActionRecordKeys(message, phase), path.string());
 }
 
 RollMessage ReadRollRecord(const std::filesystem::path& path)
 {
+    const std::vector<std::string>& keys = Kind(MessageKindId::DiceResult).Keys;
     RollMessage roll;
-    roll.D1 = ReadInt(path, "D1");
-    roll.D2 = ReadInt(path, "D2");
+    roll.D1 = ReadInt(path, MessageKindId::DiceResult, keys[0]);
+    roll.D2 = ReadInt(path, MessageKindId::DiceResult, keys[1]);
     return roll;
 }
 
 int ReadEndOfTurnRecord(const std::filesystem::path& path)
 {
-    return ReadInt(path, "TURN");
+    return ReadInt(path, MessageKindId::EndOfTurn, Kind(MessageKindId::EndOfTurn).Keys[0]);
+}
+
+ActionMessage ActionMessageFrom(const MessageValues& values)
+{
+    const auto number = [&](const char* key) {
+        const auto found = values.find(key);
+        return ProfileInt(found == values.end() ? "-1" : found->second, key);
+    };
+    ActionMessage message;
+    const auto tag = values.find("VEHTAG");
+    message.VehTag = tag == values.end() ? std::string() : tag->second;
+    message.Direct = number("DIRECT");
+    message.Dice = number("DICE");
+    message.Veh = number("VEH");
+    message.Act = number("ACT");
+    message.From = number("FROM");
+    message.To = number("TO");
+    return message;
 }
 
 ActionMessage ReadActionRecord(const std::filesystem::path& path)
 {
-    ActionMessage message;
-    message.VehTag = ReadProfileString(kSection, "VEHTAG", "", path);
-    message.Direct = ReadInt(path, "DIRECT");
-    message.Dice = ReadInt(path, "DICE");
-    message.Veh = ReadInt(path, "VEH");
-    message.Act = ReadInt(path, "ACT");
-    message.From = ReadInt(path, "FROM");
-    message.To = ReadInt(path, "TO");
-    return message;
+    const MessageKind& kind = Kind(MessageKindId::Action);
+    MessageValues values;
+    for (const std::string& key : kind.Keys)
+        values[key] = ReadProfileString(kind.Section, key, key == "VEHTAG" ? "" : "-1", path);
+    return ActionMessageFrom(values);
 }
 
 void StoreReceivedAction(ActionRecord& record, const ActionMessage& message)
@@ -154,32 +164,6 @@ void StoreReceivedAction(ActionRecord& record, const ActionMessage& message)
     record.ActTo[0] = message.To;
 }
 
-CampVehicleLoad ReadCampVehicleTag(int slot, const std::string& vehicleTag)
-{
-    CampVehicleLoad load;
-    switch (CheckIndex(slot, 0, 10, "VehicleSlot")) {
-    case 0:
-    case 10:
-        load.Companies = DigitAt(vehicleTag, 8);
-        break;
-    case 1:
-    case 2:
-    case 8:
-    case 9:
-        load.Companies = DigitAt(vehicleTag, 9);
-        break;
-    case 3:
-    case 4:
-    case 5:
-        load.Companies = DigitAt(vehicleTag, 14);
-        break;
-    default: // 6, 7
-        load.Companies = DigitAt(vehicleTag, 12);
-        load.MineAboard = vehicleTag.size() >= 14 && vehicleTag[13] == '1';
-        break;
-    }
-    return load;
-}
 
 std::vector<ActionLogLine> LogActionLines(const ActionRecord& record, int diceCode, bool fromCamp)
 {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "link/MessageKinds.h"
+
 #include <array>
 #include <filesystem>
 #include <optional>
@@ -74,7 +76,9 @@ bool WriteRollRecord(const std::filesystem::path& path, int dice1, int dice2);
 // .eot: TURN.
 bool WriteEndOfTurnRecord(const std::filesystem::path& path, int turnNumber);
 // .act: DIRECT, DICE, VEH, ACT, FROM, TO, VEHTAG; in the record of phase 8,
-// VEH before DICE. VEHTAG is always last: it is the commit mark.
+// VEH before DICE. VEHTAG is always last: it is the commit mark. The keys
+// come from the table of message kinds.
+KeyValues ActionRecordKeys(const ActionMessage& message, int phase);
 bool WriteActionRecord(const std::filesystem::path& path, const ActionMessage& message, int phase);
 
 // One read of each key of a record as it stands now, missing keys giving -1
@@ -86,19 +90,12 @@ struct RollMessage {
 RollMessage ReadRollRecord(const std::filesystem::path& path);
 int ReadEndOfTurnRecord(const std::filesystem::path& path);
 ActionMessage ReadActionRecord(const std::filesystem::path& path);
+// The message from the values a guarded read of the kind gave.
+ActionMessage ActionMessageFrom(const MessageValues& values);
 
 // The receiver keeps a record in index 0, whichever action of the turn it is.
 void StoreReceivedAction(ActionRecord& record, const ActionMessage& message);
 
-// What the receiver takes from VEHTAG when the vehicle leaves the sender's
-// camp: the companies digit (position 8 tank, 9 kanon and genie, 14
-// infanterie, 12 commando) and, for a commando, a "1" at position 14 for a
-// mine on board. A character that is no digit counts 0.
-struct CampVehicleLoad {
-    int Companies = 0;
-    bool MineAboard = false;
-};
-CampVehicleLoad ReadCampVehicleTag(int slot, const std::string& vehicleTag);
 
 // A line of LogAction; Timed lines end in " at " and take the time of day.
 struct ActionLogLine {

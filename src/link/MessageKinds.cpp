@@ -37,7 +37,7 @@ std::vector<MessageKind> BuildKinds()
          {"TURN"}},
         {K::DiceResult, ".wrp", "GENERAL", {"D1", "D2"}, "turn controller", "opponent processor",
          W::RepeatUntilNotMinusOne, {"D1", "D2"}},
-        {K::Action, ".act", "GENERAL", {"DIRECT", "VEH", "DICE", "ACT", "FROM", "TO", "VEHTAG"}, "turn controller",
+        {K::Action, ".act", "GENERAL", {"DIRECT", "DICE", "VEH", "ACT", "FROM", "TO", "VEHTAG"}, "turn controller",
          "opponent processor", W::RepeatCommitUntilNotEmpty, {"VEHTAG"}},
         {K::GameStopped, ".stp", "GAME", {"STATUS"}, "cmdStop", "opponent processor", W::RepeatWhileFail,
          {"STATUS"}},
@@ -103,6 +103,22 @@ std::string MessageFilePath(std::string_view folder, std::string_view writer, st
     path += '/';
     path += MessageFileName(writer, extension);
     return path;
+}
+
+bool WriteMessage(const MessageKind& kind, const KeyValues& keys, const std::string& path)
+{
+    bool written = true;
+    for (const auto& [key, value] : keys)
+        written = WriteProfileString(kind.Section, key, value, path) && written;
+    return written;
+}
+
+KeyValues InKeyOrder(const MessageKind& kind, const std::vector<std::string>& values)
+{
+    KeyValues keys;
+    for (std::size_t i = 0; i < kind.Keys.size() && i < values.size(); ++i)
+        keys.emplace_back(kind.Keys[i], values[i]);
+    return keys;
 }
 
 MessageValues ReadMessage(const MessageKind& kind, const std::string& path, const std::function<void()>& wait50,

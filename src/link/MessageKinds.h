@@ -9,6 +9,7 @@
 #include <map>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace vk {
@@ -83,6 +84,15 @@ std::string MessageFileName(std::string_view writer, std::string_view extension)
 std::string MessageFilePath(std::string_view folder, std::string_view writer, std::string_view extension);
 
 using MessageValues = std::map<std::string, std::string>;
+using KeyValues = std::vector<std::pair<std::string, std::string>>;
+
+// Writes the keys of a message one by one, in the order given, each write
+// publishing the whole file; the last key is the reader's commit mark where
+// the kind has one. False when a write failed.
+bool WriteMessage(const MessageKind& kind, const KeyValues& keys, const std::string& path);
+
+// Values given in the kind's order of keys, paired with their keys.
+KeyValues InKeyOrder(const MessageKind& kind, const std::vector<std::string>& values);
 
 // Reads a whole message of the given kind from path with the kind's guard
 // against a partly delivered file. `wait50` is called between two reads (it

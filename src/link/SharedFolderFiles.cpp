@@ -125,10 +125,16 @@ QString ReadMessageKey(const QString& path, MessageKindId id, std::size_t index,
 
 void SendMessage(const QString& path, MessageKindId id, const QStringList& values)
 {
+    std::vector<std::string> texts;
+    for (const QString& value : values)
+        texts.push_back(Bytes(value));
     const MessageKind& kind = KindOf(id);
-    const QString section = QString::fromStdString(kind.Section);
-    for (std::size_t i = 0; i < kind.Keys.size() && i < static_cast<std::size_t>(values.size()); ++i)
-        WriteMessageKey(path, section, QString::fromStdString(kind.Keys[i]), values[static_cast<int>(i)]);
+    WriteMessage(kind, InKeyOrder(kind, texts), DiskBytes(path));
+}
+
+void SendMessage(const QString& path, MessageKindId id, const KeyValues& keys)
+{
+    WriteMessage(KindOf(id), keys, DiskBytes(path));
 }
 
 void DeleteOnce(const QString& path)

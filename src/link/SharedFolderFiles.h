@@ -28,6 +28,8 @@ QString ReadMessageKey(const QString& path, MessageKindId kind, std::size_t inde
 // Writes all keys of a message, one write of the file per key, in the order
 // of its kind; `values` holds them in that order.
 void SendMessage(const QString& path, MessageKindId kind, const QStringList& values);
+// The same with the keys in the order given (the action record of phase 8).
+void SendMessage(const QString& path, MessageKindId kind, const KeyValues& keys);
 
 // Everything below treats a shared folder as written by strangers: only a
 // regular file is a message, no link is followed, reads are bounded and

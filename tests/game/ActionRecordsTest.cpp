@@ -1,6 +1,7 @@
 #include "game/ActionRecords.h"
 
 #include "TempFolder.h"
+#include "board/BoardAction.h"
 #include "game/ProfileValues.h"
 #include "link/ProfileFile.h"
 #include "shell/RunTimeFault.h"

@@ -17,9 +17,9 @@
 
 #include "RulesTool.h"
 #include "board/BoardState.h"
+#include "board/Picking.h"
 #include "game/SavedGame.h"
 
-#include "CampLoad.h"
 #include "TempFolder.h"
 
 #include <gtest/gtest.h>
@@ -114,7 +114,7 @@ TEST_P(Golden, ScriptEndsOnTheExpectedPosition)
             vk::ResetNewGame(state);
             vk::GameProgress progress;
             vk::ReadSavedGame(current, state, progress);
-            vk::test::CampLoadClicks(state, side, slot, clicks);
+            vk::CampLoadClicks(state, side, slot, clicks);
             const fs::path next = folder / ("step" + std::to_string(++step) + ".vkh");
             ASSERT_TRUE(vk::SaveGame(next, state, progress)) << where;
             current = next;

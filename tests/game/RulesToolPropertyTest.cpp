@@ -3,8 +3,7 @@
 // game. After every action the judge's file must be the memory position
 // saved, so that reading, judging, carrying out and writing lose nothing.
 
-#include "BoardClick.h"
-#include "CampLoad.h"
+#include "board/Picking.h"
 #include "RulesTool.h"
 #include "TempFolder.h"
 #include "board/Movement.h"
@@ -54,7 +53,7 @@ TEST_F(RulesToolReplay, JudgeFilesFollowTheLibraryGameActionByAction)
             const int loadSlot = pick(0, 9);
             if (pick(0, 2) == 0 && state.VehiclePos(side, loadSlot) == vk::CampField(side) &&
                 state.VehicleCompanies(side, loadSlot) == 0 && state.CampCompanies(side) > 0)
-                vk::test::CampLoadClicks(state, side, loadSlot, pick(1, 4));
+                vk::CampLoadClicks(state, side, loadSlot, pick(1, 4));
 
             // A random legal action of a random vehicle: the HQ from the camp,
             // or any destination the judge accepts for a random die.

@@ -39,7 +39,7 @@ std::vector<Expected> ExpectedKinds()
         {MessageKindId::Deck, ".mkk", "GENERAL", deck},
         {MessageKindId::EndOfTurn, ".eot", "GENERAL", {"TURN"}},
         {MessageKindId::DiceResult, ".wrp", "GENERAL", {"D1", "D2"}},
-        {MessageKindId::Action, ".act", "GENERAL", {"DIRECT", "VEH", "DICE", "ACT", "FROM", "TO", "VEHTAG"}},
+        {MessageKindId::Action, ".act", "GENERAL", {"DIRECT", "DICE", "VEH", "ACT", "FROM", "TO", "VEHTAG"}},
         {MessageKindId::GameStopped, ".stp", "GAME", {"STATUS"}},
         {MessageKindId::CompassCard, ".ryc", "GENERAL", {"CARD"}},
         {MessageKindId::PersonnelKept, ".pna", "GENERAL", {"CARD"}},

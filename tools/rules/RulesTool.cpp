@@ -1,6 +1,6 @@
 #include "RulesTool.h"
 
-#include "BoardClick.h"
+#include "board/Picking.h"
 #include "board/BoardState.h"
 #include "board/Movement.h"
 #include "game/ProfileValues.h"
