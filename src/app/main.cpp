@@ -1,7 +1,9 @@
 // Valkenhorn: entry point. Starts the automation interface when asked, builds
 // the main window and runs its start-up inside the event loop.
 
+#include "game/GameFlow.h"
 #include "link/PollCycle.h"
+#include "link/SharedFolderFiles.h"
 #include "shell/AutomationServer.h"
 #include "shell/FaultReport.h"
 #include "shell/Global.h"
@@ -34,6 +36,46 @@ public:
         }
     }
 };
+
+template <class Array> QVariantList ListOf(const Array& values)
+{
+    QVariantList list;
+    for (const auto value : values)
+        list << value;
+    return list;
+}
+
+// The game as outside tests compare two copies: the position as a saved game
+// would hold it, the action record, the deck and the board's cells.
+void InsertGameState(QVariantMap& state, const vk::Hoofdvenster& window)
+{
+    const vk::WindowValues& v = window.V;
+    const bool sides = (v.Board.LocalSide == 1 || v.Board.LocalSide == 2) &&
+                       (v.Progress.ExternalSide == 1 || v.Progress.ExternalSide == 2);
+    state.insert(QStringLiteral("Position"),
+                 sides ? QString::fromLatin1(vk::SavedGameText(v.Board, v.Progress)) : QString());
+    state.insert(QStringLiteral("GameWon"), v.GameWon);
+    state.insert(QStringLiteral("ResumeGame"), v.ResumeGame);
+    state.insert(QStringLiteral("PendingDraws"), v.Board.PendingDraws);
+    state.insert(QStringLiteral("CurrentCard"), v.CurrentCard);
+    state.insert(QStringLiteral("OppDice1"), v.OppDice1);
+    state.insert(QStringLiteral("OppDice2"), v.OppDice2);
+    state.insert(QStringLiteral("ActVeh"), ListOf(v.Act.ActVeh));
+    state.insert(QStringLiteral("ActCode"), ListOf(v.Act.ActCode));
+    state.insert(QStringLiteral("ActFrom"), ListOf(v.Act.ActFrom));
+    state.insert(QStringLiteral("ActTo"), ListOf(v.Act.ActTo));
+    state.insert(QStringLiteral("StackPoint"), v.Progress.Deck.StackPoint);
+    QVariantList stack;
+    for (int i = 0; i < vk::CompassCardCount; ++i)
+        stack << v.Progress.Deck.CompassStack[static_cast<std::size_t>(i)];
+    state.insert(QStringLiteral("CompassStack"), stack);
+    QVariantList cells;
+    for (int field = vk::kFirstRoadField; field <= vk::kLastRoadField; ++field)
+        cells << v.Board.BoardCell(field);
+    state.insert(QStringLiteral("BoardCell"), cells);
+    state.insert(QStringLiteral("Waiting"), vk::Waiting());
+    state.insert(QStringLiteral("TossNumber"), v.TossNumber);
+}
 
 QVariantMap WindowState(const vk::Hoofdvenster& window)
 {
@@ -77,6 +119,7 @@ QVariantMap WindowState(const vk::Hoofdvenster& window)
     state.insert(QStringLiteral("Check1"), window.Check1->Value());
     state.insert(QStringLiteral("ShareStatus"), window.ShareStatus->Value());
     state.insert(QStringLiteral("SettingsPath"), vk::SettingsFilePath());
+    InsertGameState(state, window);
     state.insert(QStringLiteral("SoundHandles"),
                  QVariantList{v.Sound.SoundHandles[0], v.Sound.SoundHandles[1], v.Sound.SoundHandles[2]});
     return state;
@@ -114,6 +157,7 @@ int main(int argc, char* argv[])
     }
 
     vk::Hoofdvenster window;
+    vk::ConnectGameControls(window);
     if (automation) {
         automation->SetControls(&window.Controls(), &window);
         automation->SetStateProvider([&window] { return WindowState(window); });

@@ -206,13 +206,39 @@ void RemoveOwnTemporaries(const QString& folder, const QString& writer)
 void WaitForConsumed(WindowValues& values)
 {
     values.InputLock = true;
-    while (FileExists(values.LastSentFile))
-        WaitMs(50);
+    const QString sent = values.LastSentFile;
+    PumpUntil([&sent] { return !FileExists(sent); }, QStringLiteral("consumed"));
     values.InputLock = false;
 }
 
-void PumpUntil(const std::function<bool()>& done)
+namespace {
+
+QStringList& WaitLabels()
 {
+    static QStringList labels;
+    return labels;
+}
+
+} // namespace
+
+WaitingFor::WaitingFor(const QString& label)
+{
+    WaitLabels().append(label);
+}
+
+WaitingFor::~WaitingFor()
+{
+    WaitLabels().removeLast();
+}
+
+QString Waiting()
+{
+    return WaitLabels().isEmpty() ? QString() : WaitLabels().last();
+}
+
+void PumpUntil(const std::function<bool()>& done, const QString& label)
+{
+    const WaitingFor waiting(label);
     for (;;) {
         PumpInterface();
         if (done())

@@ -63,15 +63,29 @@ void RemoveOwnTemporaries(const QString& folder, const QString& writer);
 // layer refused to take for a message ("ignoring NAME in shared folder: why").
 void LogRefusedEntries();
 
-// Sets InputLock and waits in steps of 50 ms until the opponent has deleted
-// LastSentFile. No time limit.
+// Sets InputLock and waits until the opponent has deleted LastSentFile, then
+// clears it. No time limit.
 void WaitForConsumed(WindowValues& values);
 
 // The design's { pump the interface; test } loop. Instead of spinning, it
 // sleeps in the event queue between tests: a change in a shared folder (the
 // folder watcher), a timer or a user's input wakes it, and a slow poll covers
 // folders the watcher can't see.
-void PumpUntil(const std::function<bool()>& done);
+// `label` says what the copy waits for ("opponent's .act", "phase 4",
+// "consumed"); the innermost one is reported by Waiting().
+void PumpUntil(const std::function<bool()>& done, const QString& label = QStringLiteral("event"));
+
+// What the innermost wait of the game waits for, empty when none.
+QString Waiting();
+
+// Names a wait that is written as a loop of its own for as long as it lasts.
+class WaitingFor {
+public:
+    explicit WaitingFor(const QString& label);
+    ~WaitingFor();
+    WaitingFor(const WaitingFor&) = delete;
+    WaitingFor& operator=(const WaitingFor&) = delete;
+};
 
 // Watches the shared folders of the list of external players; called when
 // the list changes.

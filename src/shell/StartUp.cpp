@@ -2,6 +2,7 @@
 
 #include "board/BoardState.h"
 #include "game/DiceTable.h"
+#include "game/ScriptedDice.h"
 #include "link/SharedFolderFiles.h"
 #include "shell/Clock.h"
 #include "shell/FaultReport.h"
@@ -83,6 +84,8 @@ void RunStartUp(Hoofdvenster& window)
     LogRefusedEntries();
     if (TimeScale() != 1.0)
         LogAt(QStringLiteral("running with time scale %1 (for tests) at ").arg(TimeScale()));
+    if (DiceScripted())
+        LogAt(QStringLiteral("rolling scripted dice (for tests) at "));
 
     // 8. The splash, centred.
     window.Speelveld->Move(0, 0, kSplashWidth, kSplashHeight);

@@ -1,6 +1,5 @@
 #include "ui/Hoofdvenster.h"
 
-#include "game/StopGame.h"
 #include "link/Connection.h"
 #include "link/PollCycle.h"
 #include "link/SharedFolders.h"
@@ -68,7 +67,6 @@ Hoofdvenster::Hoofdvenster() : QWidget(nullptr), Control(ControlKind::Form)
 
     msgBoard->Mouse.Click = [] { Global().BoardText.clear(); };
     Action_Timer->Timer = [this] { Action_Timer_Timer(*this); };
-    cmdStop->Click = [this] { cmdStop_Click(*this); };
     User_Name->GotFocus = [this] { User_Name_GotFocus(*this); };
     User_Name->KeyPress = [this](int& keyAscii) { User_Name_KeyPress(*this, keyAscii); };
     User_Name->LostFocus = [this] { User_Name_LostFocus(*this); };
@@ -109,6 +107,10 @@ void Hoofdvenster::BuildTopLevel()
     mines(Mijn_1_2, QStringLiteral("Mijn_1_2"));
     mines(Mijn_2, QStringLiteral("Mijn_2"));
     mines(Mijn_2_1, QStringLiteral("Mijn_2_1"));
+    // A captured mine shows only once it has been brought into the enemy's camp.
+    for (auto* captured : {&Mijn_1_2, &Mijn_2_1})
+        for (ImageControl* mine : *captured)
+            mine->SetVisible(false);
 
     frmGameControl = Add(new FrameControl(this, QStringLiteral("frmGameControl"), QStringLiteral("Spel Controle")));
     // Moved from 120, 4920 (over fields 71, 79 and the HQ of army 1) to the sea below the board.

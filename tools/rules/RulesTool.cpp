@@ -2,6 +2,7 @@
 
 #include "board/Picking.h"
 #include "board/BoardState.h"
+#include "board/BoardView.h"
 #include "board/Movement.h"
 #include "game/ProfileValues.h"
 #include "game/SavedGame.h"
@@ -17,7 +18,8 @@ namespace vk {
 namespace {
 
 constexpr const char* kUsage =
-    "usage: valkenhorn-rules judge GAME.vkh SIDE SLOT FROM TO STEPS MAYSHOOT [--apply OUT.vkh [--leave-mine]]";
+    "usage: valkenhorn-rules judge GAME.vkh SIDE SLOT FROM TO STEPS MAYSHOOT [--apply OUT.vkh [--leave-mine]]"
+    " | valkenhorn-rules centre FIELD BOARDSIDE";
 
 // A bad file or argument: exit code 2.
 class UsageError : public std::runtime_error {
@@ -158,6 +160,18 @@ int Judge(const std::vector<std::string>& args, std::ostream& out)
     return 0;
 }
 
+// The point a click on a field hits, in twips on the board of the view.
+int Centre(const std::vector<std::string>& args, std::ostream& out)
+{
+    if (args.size() != 3)
+        throw UsageError(kUsage);
+    const int field = Number(args[1], "FIELD", 1, kLastField);
+    const BoardView view{Number(args[2], "BOARDSIDE", 1, 2), kBoardWidth, kBoardHeight};
+    const TwipPoint centre = HitCentre(view, field);
+    out << centre.X << ' ' << centre.Y << '\n';
+    return 0;
+}
+
 } // namespace
 
 int RunRulesTool(const std::vector<std::string>& args, std::ostream& out, std::ostream& err)
@@ -167,6 +181,8 @@ int RunRulesTool(const std::vector<std::string>& args, std::ostream& out, std::o
             throw UsageError(kUsage);
         if (args[0] == "judge")
             return Judge(args, out);
+        if (args[0] == "centre")
+            return Centre(args, out);
         throw UsageError("unknown command " + args[0] + "; " + kUsage);
     } catch (const UsageError& error) {
         err << "valkenhorn-rules: " << error.what() << '\n';

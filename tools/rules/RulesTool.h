@@ -18,6 +18,12 @@ namespace vk {
 // local player of SIDE, writes the position after it to OUT.vkh in the same
 // format and prints PendingDraws=.
 //
+//   valkenhorn-rules centre FIELD BOARDSIDE
+//
+// prints "X Y", the point in twips on the board where a click hits field
+// FIELD in the view of BOARDSIDE (the middle of its hit rectangle, mirrored
+// for view 2), as the game itself aims a double click on a vehicle or mine.
+//
 // Exit codes: 0 done (legal or not), 2 a bad file or argument (one line on
 // the error stream), 3 a fault of the rules.
 int RunRulesTool(const std::vector<std::string>& args, std::ostream& out, std::ostream& err);
