@@ -2,6 +2,7 @@
 // the main window and runs its start-up inside the event loop.
 
 #include "game/GameFlow.h"
+#include "link/LinkControls.h"
 #include "link/PollCycle.h"
 #include "link/SharedFolderFiles.h"
 #include "shell/AutomationServer.h"
@@ -9,6 +10,7 @@
 #include "shell/Global.h"
 #include "shell/RunTimeFault.h"
 #include "shell/Settings.h"
+#include "shell/ShellControls.h"
 #include "shell/StartUp.h"
 #include "ui/Controls.h"
 #include "ui/Hoofdvenster.h"
@@ -157,6 +159,8 @@ int main(int argc, char* argv[])
     }
 
     vk::Hoofdvenster window;
+    vk::ConnectShellControls(window);
+    vk::ConnectLinkControls(window);
     vk::ConnectGameControls(window);
     if (automation) {
         automation->SetControls(&window.Controls(), &window);

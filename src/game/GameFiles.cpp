@@ -43,8 +43,10 @@ QString OpponentTossFile(const Hoofdvenster& w, int tossNumber)
 MessageValues ReadWholeMessage(MessageKindId kind, const QString& path, const QString& ownDefault)
 {
     const WaitingFor waiting(QStringLiteral("opponent's ") + QString::fromStdString(KindOf(kind).Extension));
-    return ReadMessage(KindOf(kind), QFile::encodeName(path).toStdString(), [] { WaitMs(50); },
-                       ownDefault.toStdString());
+    // Between two reads the copy sleeps until the folder changes (the
+    // watcher wakes it) or 50 ms have passed, whichever comes first.
+    return ReadMessage(KindOf(kind), QFile::encodeName(path).toStdString(),
+                       [] { PumpInterfaceWaiting(ScaledMs(50)); }, ownDefault.toStdString());
 }
 
 int NumberIn(const MessageValues& values, const char* key)

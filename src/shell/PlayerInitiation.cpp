@@ -65,7 +65,7 @@ void RunPlayerInitiation(Hoofdvenster& w)
 {
     GlobalValues& g = Global();
 
-    // 1.
+    // No external players and no selection yet.
     LogAt(QStringLiteral("Initiating extern user interface at "));
     g.ExtUsersCount = 0;
     w.V.SelectedUser = 0;
@@ -73,19 +73,19 @@ void RunPlayerInitiation(Hoofdvenster& w)
     w.Combo_ExternUsers->addItem(QStringLiteral("Geen Speler"));
     w.Combo_ExternUsers->SetListIndex(0);
 
-    // 2. The identity is built once, in the first run.
+    // The identity is built once, in the first run.
     LogAt(QStringLiteral("getting identity data of local player at "));
     g.LocalID = GetSetting(QStringLiteral("LocalID"));
     if (g.LocalID.isEmpty())
         BuildLocalId(w);
 
-    // 3.
+    // The player's name, and the one before a change.
     g.LocalUser = GetSetting(QStringLiteral("LocalUser"));
     g.OldLocalUser = GetSetting(QStringLiteral("OldLocalUser"));
     if (g.LocalUser.isEmpty())
         g.LocalUser = g.OldLocalUser;
 
-    // 4. The first run waits for the name as long as it takes.
+    // The first run waits for the name as long as it takes.
     if (g.LocalUser.isEmpty()) {
         LogAt(QStringLiteral("asking for name local player at "));
         w.frLokaal->SetEnabled(true);
@@ -98,18 +98,18 @@ void RunPlayerInitiation(Hoofdvenster& w)
         WaitMs(1000);
     }
 
-    // 5.
+    // The name is known: "Aanwezig" may be ticked.
     w.ShareStatus->SetEnabled(true);
     LogAt(QStringLiteral("getting data of extern players at "));
     SaveSetting(QStringLiteral("LocalUser"), g.LocalUser);
     w.User_Name->SetCaption(g.LocalUser);
     w.frLokaal->SetEnabled(false);
 
-    // 6.
+    // The welcome.
     ShowOnBoard(QStringLiteral("welkom ") + g.LocalUser +
                 QStringLiteral(". de gegevens van je externe spelers worden opgehaald. even geduld aub..."));
 
-    // 7.
+    // The list of external players and their folders.
     const int count = GetSetting(QStringLiteral("ExtUsersCount"), QStringLiteral("0")).toInt();
     g.ExtUsersCount = count;
     if (count >= 1) {
@@ -124,13 +124,13 @@ void RunPlayerInitiation(Hoofdvenster& w)
         }
     }
 
-    // 8. Every start empties every shared folder; a running opponent writes
+    // Every start empties every shared folder; a running opponent writes
     // its presence file again at its next poll.
     for (int i = 1; i <= count; ++i)
         ClearSharedFolder(FolderAt(i));
     WatchSharedFolders();
 
-    // 9.
+    // Nobody is selected; the welcome stands a while.
     w.V.SelectedUser = 0;
     WaitMs(8500);
     ClearBoard();
@@ -138,16 +138,16 @@ void RunPlayerInitiation(Hoofdvenster& w)
     w.frExtern->SetEnabled(true);
     WaitMs(500);
 
-    // 10.
+    // Where to find help.
     ShowOnBoard(QStringLiteral("veel plezier met valkenhorn! druk op 'Spelregels...' of 'Hoe verbinden?' voor "
                                "verdere instructies."));
     WaitMs(9500);
     ClearBoard();
 
-    // 11. No game runs yet: this only resets the interface.
+    // No game runs yet: this only resets the interface.
     cmdStop_Click(w);
 
-    // 12.
+    // The polls start.
     LogAt(QStringLiteral("enabling poll timer at "));
     w.Action_Timer->SetEnabled(true);
 }

@@ -57,7 +57,7 @@ void RunStartUp(Hoofdvenster& window)
 {
     GlobalValues& g = Global();
 
-    // 1. One copy per data folder.
+    // One copy per data folder.
     const QString appDataFolder = FindAppDataFolder();
     const QString dataFolder = appDataFolder + g.AppTitle + QLatin1Char('/');
     if (PreviousInstanceRunning(dataFolder)) {
@@ -65,12 +65,12 @@ void RunStartUp(Hoofdvenster& window)
         EndProcess(0);
     }
 
-    // 2., 3. Names, and the mark of the running copy.
+    // Names, and the mark of the running copy.
     g.AppTitle = QStringLiteral("Valkenhorn");
     g.SettingsSection = QStringLiteral("DropBox");
     MarkRunningInstance(dataFolder);
 
-    // 4. to 6. Folders.
+    // The program, data and picture folders.
     g.ProgramFolder = FindProgramFolder();
     g.AppDataFolder = appDataFolder;
     g.ArmyImageFolder[0] = g.ProgramFolder + QStringLiteral("groen_leger/");
@@ -78,7 +78,7 @@ void RunStartUp(Hoofdvenster& window)
     QDir().mkpath(g.AppDataFolder + g.AppTitle);
     g.DataFolder = WithBackslash(g.AppDataFolder + g.AppTitle);
 
-    // 7. The run log.
+    // The run log.
     g.LogPath = g.DataFolder + g.AppTitle + QStringLiteral(".log");
     OpenRunLog(g.LogPath);
     LogRefusedEntries();
@@ -87,79 +87,77 @@ void RunStartUp(Hoofdvenster& window)
     if (DiceScripted())
         LogAt(QStringLiteral("rolling scripted dice (for tests) at "));
 
-    // 8. The splash, centred.
+    // The splash, centred.
     window.Speelveld->Move(0, 0, kSplashWidth, kSplashHeight);
     window.Speelveld->SetPicture(g.ProgramFolder + QStringLiteral("splash.gif"));
     window.CentreOnScreen();
 
-    // 9.
+    // The splash shows.
     LogAt(QStringLiteral("Showing splash screen at "));
     window.show();
     Refresh(window);
 
-    // 10. Sound.
+    // Sound.
     window.ESound1->SetWindow(&window);
     Init_Sound(*window.ESound1, window.V.Sound, g.ProgramFolder);
 
-    // 11.
+    // From here on the window keeps its minimum size.
     window.V.MinWidth = MinWindowWidth;
     window.V.MinHeight = MinWindowHeight;
 
-    // 12. The splash lasts as long as the intro sound.
+    // The splash lasts as long as the intro sound.
     WaitMs(500);
     Speel(*window.ESound1, window.V.Sound, SoundIntro);
     WaitMs(5800);
 
-    // 13.
+    // The splash goes.
     LogAt(QStringLiteral("Hiding splash screen at "));
     window.hide();
 
-    // 14.
+    // The board picture of view 1.
     LogAt(QStringLiteral("Loading playboard at "));
     window.V.Board.BoardSide = 1;
     window.Speelveld->SetPicture(g.ArmyImageFolder[window.V.Board.BoardSide - 1] + QStringLiteral("yambo_1.bmp"));
     Refresh(window);
     WaitMs(1000);
 
-    // 15. The maximised pass is the test of the screen.
+    // The maximised pass is the test of the screen.
     LogAt(QStringLiteral("Testing requirements of computer screen at "));
     window.SetShowState(WindowShowState::Maximised);
     window.SetShowState(WindowShowState::Normal);
     window.Form_Resize();
 
-    // 16.
+    // The window in the middle of the screen.
     LogAt(QStringLiteral("Positioning program window at "));
     window.CentreOnScreen();
 
-    // 17.
+    // The board takes its full size.
     window.Speelveld->Move(window.Speelveld->Left(), window.Speelveld->Top(), kBoardWidth, kBoardHeight);
 
-    // 18. to 20.
+    // The values of the program and the double-click timer.
     LogAt(QStringLiteral("Initiating program data at "));
     window.V.GameRunning = false;
     window.VehDblClickTimer->SetInterval(
         static_cast<int>(std::lround(QGuiApplication::styleHints()->mouseDoubleClickInterval() * 1.2)));
 
-    // 21. The game data of the armies join here.
-
-    // 22.
+    // The window shows.
     LogAt(QStringLiteral("Showing program window at "));
     window.show();
     Refresh(window);
 
-    // 23., 24.
+    // The running text starts.
     LogAt(QStringLiteral("Enabling scroll timer at "));
     window.Scroll_Timer->SetEnabled(true);
 
-    // 25. The player initiation; it ends by starting Action_Timer.
+    // The player initiation; it ends by starting Action_Timer.
     LogAt(QStringLiteral("Initiating players at "));
     RunPlayerInitiation(window);
 
-    // 26.
+    // No game can start before a connection.
     window.cmdStart->SetEnabled(false);
     window.cmdDisconnect->SetEnabled(false);
 
-    // 27. The dice table; the poll may already run while it is built.
+    // The dice table; the poll may already run while it is built.
     LogAt(QStringLiteral("Invoking randomizer at "));
     // The build offers to pump the interface at every draw, a quarter of a
     // million times a pass; pumping at most every 5 ms keeps timers and clicks
@@ -176,7 +174,7 @@ void RunStartUp(Hoofdvenster& window)
                        }
                    });
 
-    // 28.
+    // The start-up is done.
     LogAt(QStringLiteral("End of Form Load at "));
     LogLine(QStringLiteral("-----------------------------------------------------"));
 }

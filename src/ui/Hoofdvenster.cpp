@@ -1,15 +1,8 @@
 #include "ui/Hoofdvenster.h"
 
-#include "link/Connection.h"
-#include "link/PollCycle.h"
-#include "link/SharedFolders.h"
-#include "shell/UserNameBox.h"
-
 #include "board/BoardState.h"
-#include "shell/Exit.h"
 #include "shell/FaultReport.h"
 #include "shell/Global.h"
-#include "shell/HelpPages.h"
 #include "ui/Dialogs.h"
 #include "ui/MessageBoard.h"
 
@@ -65,20 +58,6 @@ Hoofdvenster::Hoofdvenster() : QWidget(nullptr), Control(ControlKind::Form)
     Scroll_Timer->Timer = [this] { Timer_Scroll(); };
     VehDblClickTimer = Add(new TimerControl(this, QStringLiteral("VehDblClickTimer"), 0));
 
-    msgBoard->Mouse.Click = [] { Global().BoardText.clear(); };
-    Action_Timer->Timer = [this] { Action_Timer_Timer(*this); };
-    User_Name->GotFocus = [this] { User_Name_GotFocus(*this); };
-    User_Name->KeyPress = [this](int& keyAscii) { User_Name_KeyPress(*this, keyAscii); };
-    User_Name->LostFocus = [this] { User_Name_LostFocus(*this); };
-    ShareStatus->Click = [this] { ShareStatus_Click(*this); };
-    cmdDisconnect->Click = [this] { cmdDisconnect_Click(*this); };
-    Combo_ExternUsers->Click = [this] { Combo_ExternUsers_Click(*this); };
-    cmdRequestToPlay->Click = [this] { cmdRequestToPlay_Click(*this); };
-    Cmd_AddFolder->Click = [this] { Cmd_AddFolder_Click(*this); };
-    Cmd_RemoveFolder->Click = [this] { Cmd_RemoveFolder_Click(*this); };
-    cmdSluiten->Click = [this] { CmdSluitenClick(*this); };
-    cmdRules->Click = [this] { ShowHelpPage(*this, QStringLiteral("/help/rules.html")); };
-    Cmd_HowTo->Click = [this] { ShowHelpPage(*this, QStringLiteral("/help/sharebox.html")); };
 
     SetDialogParent(this);
 }

@@ -5,9 +5,11 @@
 // own LocalID, and one shared folder per external player in a temporary
 // folder. Message boxes are answered by a timer as a user would.
 
+#include "link/LinkControls.h"
 #include "link/PollCycle.h"
 #include "shell/Global.h"
 #include "shell/RunLog.h"
+#include "shell/ShellControls.h"
 #include "ui/Dialogs.h"
 #include "ui/Hoofdvenster.h"
 
@@ -41,6 +43,8 @@ protected:
         qputenv("XDG_CONFIG_HOME", (scratch.path() + QStringLiteral("/config")).toLocal8Bit());
         OpenRunLog(scratch.path() + QStringLiteral("/Valkenhorn.log"));
         window = std::make_unique<Hoofdvenster>();
+        ConnectShellControls(*window);
+        ConnectLinkControls(*window);
 
         GlobalValues& g = Global();
         g.LocalID = QStringLiteral("0A0A0A0A0A0A");
