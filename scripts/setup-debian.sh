@@ -8,7 +8,7 @@ packages=(
   qt6-base-dev qt6-base-dev-tools qt6-multimedia-dev qt6-qpa-plugins libgl-dev
   libgif-dev
   libgtest-dev libgmock-dev libbenchmark-dev
-  xvfb xauth xdg-utils
+  xvfb xauth xdg-utils xdotool
   fonts-liberation fonts-dejavu-core fonts-dejavu-extra
   python3 unison
 )

@@ -373,14 +373,10 @@ QJsonObject AutomationServer::Click(const QJsonObject& request, std::function<vo
         int x = 0, y = 0;
         if (!PointOf(request, control, x, y, error))
             return Refuse(error);
+        // Press and release through the control's own mouse events: MouseDown, then Click.
         deliver = [control, x, y] {
-            MouseHandlers* mouse = MouseOf(control);
-            if (!control->Reachable())
-                return;
-            if (mouse->MouseDown)
-                mouse->MouseDown(1, x, y);
             if (control->Reachable())
-                Run(mouse->Click);
+                PostMouseGesture(control, MouseGesture::Click, 1, x, y);
         };
         return Ok();
     }
@@ -397,19 +393,16 @@ QJsonObject AutomationServer::DblClick(const QJsonObject& request, std::function
         return Refuse(error);
     if (!MouseOf(control))
         return Refuse(control->Name() + QStringLiteral(" takes no double clicks"));
-    const bool atPoint = HasField(request, "x") || HasField(request, "y");
     int x = 0, y = 0;
-    if (atPoint && !PointOf(request, control, x, y, error))
+    if (!PointOf(request, control, x, y, error))
         return Refuse(error);
-    deliver = [control, atPoint, x, y] {
-        MouseHandlers* mouse = MouseOf(control);
-        if (!control->Reachable())
-            return;
-        // The board learns where the double click fell from the mouse-down before it.
-        if (atPoint && mouse->MouseDown)
-            mouse->MouseDown(1, x, y);
+    // The events a person's double click gives the control, each posted in
+    // turn: MouseDown and Click of the first press, then MouseDown and
+    // DblClick of the second. A Click handler that waits for the second click
+    // pumps events and receives the second press inside its wait.
+    deliver = [control, x, y] {
         if (control->Reachable())
-            Run(mouse->DblClick);
+            PostMouseGesture(control, MouseGesture::DoubleClick, 1, x, y);
     };
     return Ok();
 }
@@ -426,12 +419,13 @@ QJsonObject AutomationServer::MouseDown(const QJsonObject& request, std::functio
     if (!IntField(request, "x", x) || !IntField(request, "y", y))
         return Refuse(QStringLiteral("bad request: mousedown needs whole numbers x and y in twips"));
     int button = 1;
-    if (HasField(request, "button") && (!IntField(request, "button", button) || button < 1 || button > 4))
+    const bool oneButton = IntField(request, "button", button) && (button == 1 || button == 2 || button == 4);
+    if (HasField(request, "button") && !oneButton)
         return Refuse(QStringLiteral("bad request: button is 1 (left), 2 (right) or 4 (middle)"));
+    // A press without its release, through the control's own mouse events.
     deliver = [control, button, x, y] {
-        MouseHandlers* mouse = MouseOf(control);
-        if (control->Reachable() && mouse->MouseDown)
-            mouse->MouseDown(button, x, y);
+        if (control->Reachable())
+            PostMouseGesture(control, MouseGesture::Press, button, x, y);
     };
     return Ok();
 }

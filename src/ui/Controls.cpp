@@ -9,6 +9,8 @@
 #include "shell/RunTimeFault.h"
 #include "shell/Clock.h"
 
+#include <QAbstractEventDispatcher>
+#include <QCoreApplication>
 #include <QFileInfo>
 #include <QImageReader>
 #include <QKeyEvent>
@@ -16,6 +18,7 @@
 #include <QPainter>
 #include <QPalette>
 
+#include <cmath>
 #include <exception>
 
 namespace vk {
@@ -155,21 +158,141 @@ int ButtonNumber(Qt::MouseButton button)
     }
 }
 
+Qt::MouseButton QtButton(int number)
+{
+    switch (number) {
+    case 2: return Qt::RightButton;
+    case 4: return Qt::MiddleButton;
+    default: return Qt::LeftButton;
+    }
+}
+
 void RunMouseDown(const MouseHandlers& mouse, QMouseEvent* event)
 {
     if (mouse.MouseDown) {
-        const QPoint p = event->position().toPoint();
-        Guarded([&] { mouse.MouseDown(ButtonNumber(event->button()), PixelsToTwips(p.x()), PixelsToTwips(p.y())); });
+        // From the exact position, so that a posted event at a point between
+        // two pixels gives its own twips back.
+        const QPointF p = event->position();
+        const int x = static_cast<int>(std::lround(p.x() * TwipsPerPixel));
+        const int y = static_cast<int>(std::lround(p.y() * TwipsPerPixel));
+        Guarded([&] { mouse.MouseDown(ButtonNumber(event->button()), x, y); });
     }
 }
 
 void RunClick(QWidget* w, const MouseHandlers& mouse, QMouseEvent* event)
 {
-    if (event->button() == Qt::LeftButton && w->rect().contains(event->position().toPoint()) && mouse.Click)
+    const QPointF p = event->position();
+    const QPoint pixel(static_cast<int>(std::floor(p.x())), static_cast<int>(std::floor(p.y())));
+    if (event->button() == Qt::LeftButton && w->rect().contains(pixel) && mouse.Click)
         Guarded(mouse.Click);
 }
 
+// One step of a posted gesture: the kind of mouse event and its buttons.
+struct GestureStep {
+    QEvent::Type type;
+    Qt::MouseButtons buttonsAfter;
+};
+
+// Hands the steps of one gesture to its widget, one posted event each. It is
+// a child of the widget, so that the widget's end takes it and its waiting
+// events along.
+class GestureRelay : public QObject {
+public:
+    GestureRelay(QWidget* widget, Qt::MouseButton button, QPointF position, QList<GestureStep> steps)
+        : QObject(widget), widget_(widget), button_(button), position_(position), steps_(std::move(steps))
+    {
+    }
+
+    void PostAll()
+    {
+        for (qsizetype i = 0; i < steps_.size(); ++i)
+            QCoreApplication::postEvent(this, new QEvent(QEvent::User), Qt::HighEventPriority);
+    }
+
+protected:
+    bool event(QEvent* event) override
+    {
+        if (event->type() != QEvent::User)
+            return QObject::event(event);
+        const qsizetype step = next_++;
+        if (next_ == steps_.size())
+            deleteLater();
+        if (dropped_ || step >= steps_.size())
+            return true;
+        const auto* control = dynamic_cast<const Control*>(widget_);
+        if (!control || !control->Reachable()) {
+            dropped_ = true;
+            return true;
+        }
+        // A handler of this step may pump events, as a Click does while it
+        // waits for a second click. An event loop started while posted events
+        // are being delivered takes up the ones queued before only once the
+        // dispatcher is woken, and the next step of the gesture is one of them.
+        if (next_ < steps_.size()) {
+            if (QAbstractEventDispatcher* dispatcher = QAbstractEventDispatcher::instance())
+                dispatcher->wakeUp();
+        }
+        const GestureStep& s = steps_[step];
+        QMouseEvent mouse(s.type, position_, widget_->mapToGlobal(position_), button_, s.buttonsAfter, Qt::NoModifier);
+        QCoreApplication::sendEvent(widget_, &mouse);
+        return true;
+    }
+
+private:
+    QWidget* widget_;
+    Qt::MouseButton button_;
+    QPointF position_;
+    QList<GestureStep> steps_;
+    qsizetype next_ = 0;
+    bool dropped_ = false;
+};
+
 } // namespace
+
+// ---- Mouse events -----------------------------------------------------------
+
+void MouseEventRelay::Press(const MouseHandlers& mouse, QMouseEvent* event)
+{
+    secondPressDown_ = false;
+    RunMouseDown(mouse, event);
+}
+
+void MouseEventRelay::Release(QWidget* widget, const MouseHandlers& mouse, QMouseEvent* event)
+{
+    if (secondPressDown_ && event->button() == Qt::LeftButton) {
+        secondPressDown_ = false;
+        return;
+    }
+    RunClick(widget, mouse, event);
+}
+
+void MouseEventRelay::DoubleClick(const MouseHandlers& mouse, QMouseEvent* event)
+{
+    // Marked before the handlers run: one of them may pump events, and the
+    // release of this press may arrive inside it.
+    const bool left = event->button() == Qt::LeftButton;
+    secondPressDown_ = left;
+    RunMouseDown(mouse, event);
+    if (left && mouse.DblClick)
+        Guarded(mouse.DblClick);
+}
+
+void PostMouseGesture(Control* control, MouseGesture gesture, int button, int x, int y)
+{
+    QWidget* widget = control->Widget();
+    if (!widget)
+        return;
+    const Qt::MouseButton pressed = QtButton(button);
+    QList<GestureStep> steps{{QEvent::MouseButtonPress, pressed}};
+    if (gesture != MouseGesture::Press)
+        steps.append({QEvent::MouseButtonRelease, Qt::NoButton});
+    if (gesture == MouseGesture::DoubleClick) {
+        steps.append({QEvent::MouseButtonDblClick, pressed});
+        steps.append({QEvent::MouseButtonRelease, Qt::NoButton});
+    }
+    const QPointF position(static_cast<double>(x) / TwipsPerPixel, static_cast<double>(y) / TwipsPerPixel);
+    (new GestureRelay(widget, pressed, position, std::move(steps)))->PostAll();
+}
 
 // ---- Frame ------------------------------------------------------------------
 
@@ -399,18 +522,17 @@ void LabelControl::SetBackColor(int number)
 
 void LabelControl::mousePressEvent(QMouseEvent* event)
 {
-    RunMouseDown(Mouse, event);
+    mouseRelay_.Press(Mouse, event);
 }
 
 void LabelControl::mouseReleaseEvent(QMouseEvent* event)
 {
-    RunClick(this, Mouse, event);
+    mouseRelay_.Release(this, Mouse, event);
 }
 
 void LabelControl::mouseDoubleClickEvent(QMouseEvent* event)
 {
-    if (event->button() == Qt::LeftButton && Mouse.DblClick)
-        Guarded(Mouse.DblClick);
+    mouseRelay_.DoubleClick(Mouse, event);
 }
 
 // ---- Ticker label -----------------------------------------------------------
@@ -525,18 +647,17 @@ void ImageControl::paintEvent(QPaintEvent*)
 
 void ImageControl::mousePressEvent(QMouseEvent* event)
 {
-    RunMouseDown(Mouse, event);
+    mouseRelay_.Press(Mouse, event);
 }
 
 void ImageControl::mouseReleaseEvent(QMouseEvent* event)
 {
-    RunClick(this, Mouse, event);
+    mouseRelay_.Release(this, Mouse, event);
 }
 
 void ImageControl::mouseDoubleClickEvent(QMouseEvent* event)
 {
-    if (event->button() == Qt::LeftButton && Mouse.DblClick)
-        Guarded(Mouse.DblClick);
+    mouseRelay_.DoubleClick(Mouse, event);
 }
 
 // ---- Shape ------------------------------------------------------------------

@@ -105,11 +105,41 @@ private:
 QImage LoadPicture(const QString& path);
 
 // Mouse events of the clickable controls, in twips relative to the control.
+// A single click gives MouseDown, Click; a double click MouseDown, Click,
+// MouseDown, DblClick, and its second release no Click.
 struct MouseHandlers {
     std::function<void()> Click;
     std::function<void()> DblClick;
     std::function<void(int button, int x, int y)> MouseDown;
 };
+
+// Turns the Qt mouse events of one widget into its MouseHandlers. Qt hands a
+// widget the second press of a double click as a double-click event (and no
+// press event), followed by a release: the double-click event is that press's
+// MouseDown and then DblClick, and the release after it is no Click.
+class MouseEventRelay {
+public:
+    void Press(const MouseHandlers& mouse, QMouseEvent* event);
+    void Release(QWidget* widget, const MouseHandlers& mouse, QMouseEvent* event);
+    void DoubleClick(const MouseHandlers& mouse, QMouseEvent* event);
+
+private:
+    // Between the double-click event and the release of that press.
+    bool secondPressDown_ = false;
+};
+
+// A person's mouse input on a control, as Qt hands it to the widget: Press
+// is a button going down; Click a press and its release; DoubleClick a press,
+// its release, the double-click event of the second press and its release.
+enum class MouseGesture { Press, Click, DoubleClick };
+
+// Delivers a gesture at x, y (twips, relative to the control) through the
+// widget's own mouse event handlers, one posted event per step and ahead of
+// the work already waiting. A handler that pumps events, as the wait for a
+// second click does after a Click, receives the next step while it waits, as
+// it would a person's. A step finds the control hidden or disabled: that step
+// and those after it are dropped. button is 1 (left), 2 (right) or 4 (middle).
+void PostMouseGesture(Control* control, MouseGesture gesture, int button, int x, int y);
 
 class FrameControl : public QGroupBox, public Control {
 public:
@@ -218,6 +248,9 @@ protected:
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
+
+private:
+    MouseEventRelay mouseRelay_;
 };
 
 // A one-line label whose text runs, such as the message board: each new
@@ -264,6 +297,7 @@ protected:
     void mouseDoubleClickEvent(QMouseEvent* event) override;
 
 private:
+    MouseEventRelay mouseRelay_;
     bool stretch_;
     QString picturePath_;
     QImage picture_;
