@@ -40,13 +40,16 @@ QString OpponentTossFile(const Hoofdvenster& w, int tossNumber)
     return MessagePath(GameFolder(w), OpponentName(w), QString::fromStdString(TossExtension(tossNumber)));
 }
 
+void WaitForRestOfMessage()
+{
+    PumpInterfaceWaiting(ScaledMs(50));
+}
+
 MessageValues ReadWholeMessage(MessageKindId kind, const QString& path, const QString& ownDefault)
 {
     const WaitingFor waiting(QStringLiteral("opponent's ") + QString::fromStdString(KindOf(kind).Extension));
-    // Between two reads the copy sleeps until the folder changes (the
-    // watcher wakes it) or 50 ms have passed, whichever comes first.
-    return ReadMessage(KindOf(kind), QFile::encodeName(path).toStdString(),
-                       [] { PumpInterfaceWaiting(ScaledMs(50)); }, ownDefault.toStdString());
+    return ReadMessage(KindOf(kind), QFile::encodeName(path).toStdString(), &WaitForRestOfMessage,
+                       ownDefault.toStdString());
 }
 
 int NumberIn(const MessageValues& values, const char* key)

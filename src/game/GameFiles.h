@@ -21,6 +21,11 @@ QString GameFolder(const Hoofdvenster& w);
 // The opponent's player name.
 QString OpponentName(const Hoofdvenster& w);
 
+// Between two reads of a message that is not whole yet: sleeps until the
+// folder changes (the watcher wakes it), any other event comes, or 50 ms
+// have passed.
+void WaitForRestOfMessage();
+
 // A message of the kind read whole with the kind's guard against a file the
 // service delivered in part; between two reads 50 ms pass with the interface
 // alive.
