@@ -9,6 +9,7 @@
 #include "shell/Clock.h"
 #include "shell/Global.h"
 #include "shell/RunLog.h"
+#include "shell/TurnNotice.h"
 #include "ui/BoardDisplay.h"
 #include "ui/Dialogs.h"
 #include "ui/Hoofdvenster.h"
@@ -92,7 +93,9 @@ enum class TossVerdict { Won, Lost };
 TossVerdict Toss(Hoofdvenster& w)
 {
     GlobalValues& g = Global();
+    // The panel may still be disabled from the end of a last game's turn.
     w.frDices->SetVisible(true);
+    w.frDices->SetEnabled(true);
     ShowOnBoard(QStringLiteral("gooi de dobbelstenen! wie het hoogst gooit, speelt met het geregeld leger."));
     w.V.TossNumber = 0;
     for (;;) {
@@ -224,10 +227,13 @@ void TurnLoop(Hoofdvenster& w)
         v.Dice1 = v.Dice2 = v.OppDice1 = v.OppDice2 = 0;
         ClearActionRecord(v.Act);
         const int sideOfTurn = v.Progress.TurnNumber % 2 == 1 ? 1 : 2;
-        if (sideOfTurn == v.Board.LocalSide)
+        if (sideOfTurn == v.Board.LocalSide) {
             OwnTurn(w);
-        else
+        } else {
             OpponentsTurn(w);
+            if (v.GameRunning && !v.GameLost)
+                TellPlayer(w, Notice::YourTurn);
+        }
         if (!v.GameRunning)
             break;
         RefreshDisplays(w);

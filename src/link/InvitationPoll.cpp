@@ -5,6 +5,7 @@
 #include "shell/Clock.h"
 #include "shell/Global.h"
 #include "shell/RunLog.h"
+#include "shell/TurnNotice.h"
 #include "ui/Dialogs.h"
 #include "ui/Hoofdvenster.h"
 #include "ui/MessageBoard.h"
@@ -36,6 +37,7 @@ bool AnswerInvitation(Hoofdvenster& w, int i, const QString& request)
     const QString name = ExternalUserAt(i);
     LogAt(QStringLiteral("recieved a request to play from ") + name + QStringLiteral(" at "));
     g.LinkBusy = true;
+    TellPlayer(w, Notice::Invitation);
     Speel(*w.ESound1, w.V.Sound, SoundMessage);
     const BoxResult answer =
         MessageBox(QStringLiteral("U ontving een uitnodiging van ") + name +
