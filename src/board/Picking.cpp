@@ -197,11 +197,14 @@ bool CampLoadClick(BoardState& state, CampLoadState& load, bool& fresh, int side
         return false;
     if (state.CampCompanies(side) == 0 && state.VehicleCompanies(side, slot) == 0)
         return false;
+    // Only the vehicle picked for the action is loaded: a company put on
+    // another camp vehicle would be lost to that army on this copy alone,
+    // since nothing of the loading travels but the acting vehicle's tag.
+    if (slot != actingSlot)
+        return false;
     if (fresh) {
         StartCampLoad(state, load, side, slot);
         fresh = false;
-    } else if (slot != actingSlot) {
-        return false;
     } else if (!load.CanCarryMine || !load.MineFree) {
         AddCampCompany(state, load, side, slot);
     } else if (!load.MineAboard) {
@@ -250,6 +253,13 @@ VehiclePick PickOwnVehicle(BoardState& state, int side, int slot, int phase, int
 
 void CancelCampPick(BoardState& state, int side, int slot)
 {
+    // The drive to the HQ and back only undoes the loading: a verdict left
+    // standing from an earlier action (a mine picked up, a post crossed, a
+    // flag offered) must not act on it. Nothing of a cancel travels, so it
+    // must leave the position as the other copy has it.
+    state.Verdict.MinePickup = false;
+    state.Verdict.CompassCrossed = false;
+    state.Verdict.FlagLoad = false;
     ExecuteMove(state, side, slot, CampField(side), HQField(side), false);
     ExecuteMove(state, side, slot, HQField(side), CampField(side), false);
 }

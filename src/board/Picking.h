@@ -32,9 +32,9 @@ int ActionIndexOfPhase(int phase);
 
 // A slow click on the own vehicle `slot` of `side` while a camp vehicle is
 // picked. Counts only for a vehicle in its camp, and not when both the camp's
-// companies and the vehicle's are 0. The first click after a die was chosen
-// (`fresh`) sets the loading up and puts 1 company aboard; later clicks count
-// only for `actingSlot`, the vehicle picked for the action. Each adds a
+// companies and the vehicle's are 0, and only for `actingSlot`, the vehicle
+// picked for the action. The first click after a die was chosen (`fresh`)
+// sets the loading up and puts 1 company aboard; each later one adds a
 // company (back to 1 past the most it can take), and a commando with a free
 // mine alternates between loading that mine and adding a company: 1, 1 +
 // mine, 2, 2 + mine, 1. The tag is rebuilt with the loading heading (o for
@@ -61,7 +61,9 @@ VehiclePick PickOwnVehicle(BoardState& state, int side, int slot, int phase, int
                            const std::array<int, 2>& actVeh, const std::array<int, 2>& actCode);
 
 // A second double click on the picked camp vehicle: it drives to its HQ and
-// back, which hands its companies and a loaded mine back to the camp.
+// back, which hands its companies and a loaded mine back to the camp. The
+// verdict of an earlier action is cleared first, so that the drive picks up
+// no mine and loads no flag.
 void CancelCampPick(BoardState& state, int side, int slot);
 
 // The phase a cancelled pick returns to: 4 from 7, 8, 16, 17, 25, 26; 9 from

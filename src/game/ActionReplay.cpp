@@ -29,6 +29,10 @@ BoardAction ReplayedAction(const BoardState& state, const ActionMessage& message
 BoardAction ReplayAction(BoardState& state, const ActionMessage& message, int side)
 {
     state.Verdict.MinePickup = false;
+    // A flag is loaded on this copy only when the record says so: a FlagLoad
+    // left from this copy's own turn (a move undone for want of fuel) must
+    // not load one on the opponent's plain move.
+    state.Verdict.FlagLoad = false;
     const BoardAction action = ReplayedAction(state, message, side);
     ApplyAction(state, action);
     return action;

@@ -23,8 +23,8 @@ void PrepareReplayedVehicle(BoardState& state, const ActionMessage& message, int
 // subscript fault once the shot is resolved).
 BoardAction ReplayedAction(const BoardState& state, const ActionMessage& message, int side);
 
-// The whole replay after the marks: MinePickup cleared, then the action
-// applied. Returns the action.
+// The whole replay after the marks: MinePickup and FlagLoad cleared (code 5
+// sets the flag again), then the action applied. Returns the action.
 BoardAction ReplayAction(BoardState& state, const ActionMessage& message, int side);
 
 } // namespace vk
