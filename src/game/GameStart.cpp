@@ -85,6 +85,9 @@ void Resume(Hoofdvenster& w)
     }
     LogLine(kSeparator62);
     LogAt(QStringLiteral("restarting game sequence at "));
+    // The toss shows the dice panel in a new game; a resumed one skips it.
+    w.frDices->SetVisible(true);
+    w.frDices->SetEnabled(true);
     ResetTurnControls(w);
 }
 
