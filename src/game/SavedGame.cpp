@@ -115,9 +115,9 @@ std::string SavedGameText(const BoardState& state, const GameProgress& progress)
 
 bool SaveGame(const std::filesystem::path& path, const BoardState& state, const GameProgress& progress)
 {
-    std::error_code ignored;
-    std::filesystem::remove(path, ignored);
-    return PublishPlainFile(path.string(), SavedGameText(state, progress));
+    // The whole game goes to disk under a temporary name and replaces an old
+    // one only then: a save that fails half-way leaves the old file whole.
+    return PublishPlainFile(path.string(), SavedGameText(state, progress), Durability::OnDisk);
 }
 
 void ReadSavedGame(const std::filesystem::path& path, BoardState& state, GameProgress& progress)

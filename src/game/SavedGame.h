@@ -36,7 +36,8 @@ public:
 // from their own sides).
 std::string SavedGameText(const BoardState& state, const GameProgress& progress);
 
-// SaveGame: deletes an old file, then publishes SavedGameText under the path.
+// SaveGame: SavedGameText written to disk under a temporary name and renamed
+// over the path, so that an old file stands until the new one is whole.
 // Returns false when the write failed.
 bool SaveGame(const std::filesystem::path& path, const BoardState& state, const GameProgress& progress);
 

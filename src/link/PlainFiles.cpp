@@ -126,7 +126,7 @@ PlainFileContent ReadPlainFile(const std::string& path, std::size_t bound)
     return ReadOpenFile(fd, static_cast<std::size_t>(info.st_size), bound);
 }
 
-bool PublishPlainFile(const std::string& path, std::string_view content)
+bool PublishPlainFile(const std::string& path, std::string_view content, Durability durability)
 {
     const std::size_t slash = path.rfind('/');
     const std::string folder = slash == std::string::npos ? std::string() : path.substr(0, slash + 1);
@@ -145,10 +145,20 @@ bool PublishPlainFile(const std::string& path, std::string_view content)
     if (fd < 0)
         return false;
     FileDescriptor file(fd);
-    const bool written = WriteAll(fd, content);
+    bool written = WriteAll(fd, content);
+    if (written && durability == Durability::OnDisk)
+        written = ::fsync(fd) == 0;
     if (!file.Close() || !written || ::rename(temporary.c_str(), path.c_str()) != 0) {
         ::unlink(temporary.c_str());
         return false;
+    }
+    if (durability == Durability::OnDisk) {
+        // The rename itself reaches the disk with the folder's entry.
+        const int dir = ::open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+        if (dir >= 0) {
+            ::fsync(dir);
+            ::close(dir);
+        }
     }
     return true;
 }

@@ -32,10 +32,17 @@ struct PlainFileContent {
 
 PlainFileContent ReadPlainFile(const std::string& path, std::size_t bound = PlainFileReadBound);
 
+// How far a published file must have gone before the call returns: a
+// message only has to be complete for its reader, a saved game must survive
+// a crash of the machine.
+enum class Durability { Complete, OnDisk };
+
 // Publishes content under path by a rename from "." + name + ".vk" + eight
-// hex digits + ".tmp" in the same folder. False when it could not be done;
-// the temporary is then removed again.
-bool PublishPlainFile(const std::string& path, std::string_view content);
+// hex digits + ".tmp" in the same folder; OnDisk flushes the file before the
+// rename and the folder after it. False when it could not be done; the
+// temporary is then removed again and an old file under the name stands.
+bool PublishPlainFile(const std::string& path, std::string_view content,
+                      Durability durability = Durability::Complete);
 
 // True for a name that PublishPlainFile used as the temporary of a file whose
 // name begins with `prefix`, such as ".anna.xid.vk0a1b2c3d.tmp" for "anna".
