@@ -9,6 +9,7 @@
 #include "shell/Clock.h"
 #include "shell/Global.h"
 #include "shell/RunLog.h"
+#include "shell/RunTimeFault.h"
 #include "shell/TurnNotice.h"
 #include "ui/BoardDisplay.h"
 #include "ui/Dialogs.h"
@@ -72,11 +73,47 @@ void Handshake(Hoofdvenster& w)
     DeleteOnce(theirs);
 }
 
-void Resume(Hoofdvenster& w)
+// A saved game that can't be played is not loaded: the player is told, the
+// file is set aside so that the next start doesn't ask again, and a new game
+// begins.
+void SetAside(const QString& file, const QString& why)
 {
+    const QString aside = file + QStringLiteral(".bad");
+    QFile::remove(aside);
+    QFile::rename(file, aside);
+    LogAt(QStringLiteral("saved game ") + file + QStringLiteral(" cannot be loaded (") + why +
+          QStringLiteral("), set aside as ") + aside + QStringLiteral(", starting a new game at "));
+    MessageBox(QStringLiteral("Het opgeslagen spel ") + file + QStringLiteral(" is beschadigd en kan niet verder "
+                                                                              "gespeeld worden. Het wordt bewaard als ") +
+                   aside + QStringLiteral(". Er begint een nieuw spel."),
+               BoxButtons::Ok, BoxIcon::Warning, QStringLiteral("Opgeslagen spel beschadigd"));
+}
+
+// Reads the saved game; false when it can't be played.
+bool Resume(Hoofdvenster& w)
+{
+    WindowValues& v = w.V;
     LogAt(QStringLiteral("loading previous saved game at "));
-    LoadGame(QFile::encodeName(SavedGameFile(w)).toStdString(), w.V.Board, w.V.Progress);
-    DrawBoardAfterLoad(w.V.Board);
+    const QString file = SavedGameFile(w);
+    const std::string path = QFile::encodeName(file).toStdString();
+    BoardState board = v.Board;
+    GameProgress progress = v.Progress;
+    std::string why;
+    try {
+        ReadSavedGame(path, board, progress);
+        why = SavedGameProblem(board, progress);
+    } catch (const RunTimeFault& fault) {
+        why = fault.what();
+    }
+    if (!why.empty()) {
+        SetAside(file, QString::fromStdString(why));
+        return false;
+    }
+    // A saved game is good for one start.
+    QFile::remove(file);
+    v.Board = board;
+    v.Progress = progress;
+    DrawBoardAfterLoad(v.Board);
     ShowBoardView(w);
     ShowBoard(w);
     for (int side = 1; side <= 2; ++side) {
@@ -89,6 +126,7 @@ void Resume(Hoofdvenster& w)
     w.frDices->SetVisible(true);
     w.frDices->SetEnabled(true);
     ResetTurnControls(w);
+    return true;
 }
 
 enum class TossVerdict { Won, Lost };
@@ -297,9 +335,9 @@ void RunGameSequence(Hoofdvenster& w)
 {
     WindowValues& v = w.V;
     Handshake(w);
-    if (v.ResumeGame) {
-        Resume(w);
-    } else {
+    if (v.ResumeGame && !Resume(w))
+        v.ResumeGame = false;
+    if (!v.ResumeGame) {
         if (Toss(w) == TossVerdict::Won)
             DealDeck(w);
         else

@@ -1,6 +1,8 @@
 #include "game/SavedGame.h"
 
+#include "board/BoardTables.h"
 #include "board/BoardView.h"
+#include "board/VehicleTag.h"
 #include "game/ProfileValues.h"
 #include "link/PlainFiles.h"
 #include "link/ProfileFile.h"
@@ -137,6 +139,84 @@ void ReadSavedGame(const std::filesystem::path& path, BoardState& state, GamePro
         else
             value = readInt(section, key);
     });
+}
+
+namespace {
+
+bool InRange(int value, int low, int high)
+{
+    return value >= low && value <= high;
+}
+
+// Where a mine of `side` may be: its own store, the enemy's camp (captured),
+// a road square, aboard one of its commandos or genies, aboard an enemy genie.
+bool MineValueValid(int side, int value)
+{
+    return value == CampField(1) || value == CampField(2) || InRange(value, kFirstRoadField, kLastRoadField) ||
+           InRange(value, -9, -6) || value == 5 - 8 || value == 5 - 9 || (side != 1 && side != 2);
+}
+
+std::string VehicleProblem(const BoardState& state, int side, int slot)
+{
+    const std::string which = "vehicle " + std::to_string(slot) + " of army " + std::to_string(side);
+    const int position = state.VehiclePos(side, slot);
+    if (!InRange(position, kOutOfGame, kLastField))
+        return which + " stands on field " + std::to_string(position);
+    if (!InRange(state.VehicleDir(side, slot), kNorth, kWest))
+        return which + " has heading " + std::to_string(state.VehicleDir(side, slot));
+    if (!InRange(state.VehicleCompanies(side, slot), -1, VehicleCapacity(slot)))
+        return which + " carries " + std::to_string(state.VehicleCompanies(side, slot)) + " companies";
+    const std::string& tag = state.VehicleTag(side, slot);
+    const std::string start = std::string(VehicleTypeWord(slot)) + "_" + std::to_string(side) + "_";
+    if (tag.compare(0, start.size(), start) != 0 || TagHeading(tag) < 0)
+        return which + " has the tag \"" + tag + "\"";
+    return {};
+}
+
+std::string ArmyProblem(const BoardState& state, const GameProgress& progress, int side)
+{
+    for (int slot = 0; slot < kVehicleSlots; ++slot)
+        if (std::string problem = VehicleProblem(state, side, slot); !problem.empty())
+            return problem;
+    const std::string army = " of army " + std::to_string(side);
+    for (int count : {state.ReserveCompanies(side), state.CampCompanies(side), state.PrisonCompanies(side)})
+        if (!InRange(count, 0, kCompaniesPerArmy))
+            return "a company count" + army + " is " + std::to_string(count);
+    for (int flags : {state.FlagReserve(side), state.FlagCarried(side), state.FlagHome(side)})
+        if (!InRange(flags, 0, kFlagsPerArmy))
+            return "a flag count" + army + " is " + std::to_string(flags);
+    for (int mine = 0; mine < kMinesPerArmy; ++mine)
+        if (!MineValueValid(side, state.MinePos(side, mine)))
+            return "mine " + std::to_string(mine) + army + " lies at " + std::to_string(state.MinePos(side, mine));
+    const auto index = static_cast<std::size_t>(side - 1);
+    if (!InRange(progress.Deck.CardCount[index], 0, 2))
+        return "the card count" + army + " is " + std::to_string(progress.Deck.CardCount[index]);
+    for (int card : progress.Deck.CardHand[index])
+        if (card != 0 && !InRange(card, 21, CompassCardCount))
+            return "a card in the hand" + army + " is " + std::to_string(card);
+    if (state.Brandstof(side) < 0 || state.Tsetse(side) < 0)
+        return "a fuel or tse-tse count" + army + " is below zero";
+    return {};
+}
+
+} // namespace
+
+std::string SavedGameProblem(const BoardState& state, const GameProgress& progress)
+{
+    if (progress.TurnNumber < 1)
+        return "the turn number is " + std::to_string(progress.TurnNumber);
+    for (int side = 1; side <= 2; ++side)
+        if (std::string problem = ArmyProblem(state, progress, side); !problem.empty())
+            return problem;
+    if (!InRange(state.TsetseVeh, 0, kVehicleSlots - 1))
+        return "the vehicle under the tse-tse is " + std::to_string(state.TsetseVeh);
+    for (int i = 0; i < CompassCardCount; ++i)
+        if (!InRange(progress.Deck.CompassStack[static_cast<std::size_t>(i)], 0, CompassCardCount))
+            return "stack entry " + std::to_string(i + 1) + " is " +
+                   std::to_string(progress.Deck.CompassStack[static_cast<std::size_t>(i)]);
+    if (!InRange(progress.Deck.StackPoint, 0, CompassCardCount + 1))
+        return "the stack pointer is " + std::to_string(progress.Deck.StackPoint);
+    return {};
 }
 
 void LoadGame(const std::filesystem::path& path, BoardState& state, GameProgress& progress)

@@ -49,6 +49,11 @@ bool SaveGame(const std::filesystem::path& path, const BoardState& state, const 
 // number and SavedGameError for a LOK or EXT that is not 1 or 2.
 void ReadSavedGame(const std::filesystem::path& path, BoardState& state, GameProgress& progress);
 
+// What makes a position read from a saved game unfit to play on, in English
+// for the run log: a value outside its range, such as the -1 of a missing
+// key. Empty for a position that can be played.
+std::string SavedGameProblem(const BoardState& state, const GameProgress& progress);
+
 // LoadGame: ReadSavedGame, then the file is deleted, so that a saved game is
 // good for one start.
 void LoadGame(const std::filesystem::path& path, BoardState& state, GameProgress& progress);

@@ -173,6 +173,53 @@ class StopDeclined(StopTest):
         brown.wait_phase(0)
 
 
+DAMAGED_TITLE = "Opgeslagen spel beschadigd"
+
+
+class DamagedSavedGame(StopTest):
+    """anna holds a damaged saved game against bert, bert none: anna is told,
+    the file is set aside, and both play a new game after the toss."""
+
+    def damaged_start(self, damage):
+        def before_start(a, b):
+            path = a.saved_game_path("bert")
+            os.makedirs(os.path.dirname(path), exist_ok=True)
+            with open(path, "wb") as f:
+                f.write(damage)
+        a, b = self.pair(test_game.dice_of(SCRIPT, test_game.TOSS_ANNA, 1),
+                         test_game.dice_of(SCRIPT, test_game.TOSS_BERT, 2), before_start=before_start,
+                         timeout=2 * self.PATIENCE)
+        path = a.saved_game_path("bert")
+        a.click("cmdStart")
+        b.click("cmdStart")
+        self.answer(a, test_game.RESUME_TITLE, test_game.RESUME_TEXT, "yes")
+        found = {}
+
+        def box():
+            dialog = a.ok({"cmd": "dialog"}).get("dialog")
+            found.update(dialog or {})
+            return bool(dialog) and dialog.get("title") == DAMAGED_TITLE
+        a.wait_until(box, "the box about the damaged saved game", self.PATIENCE)
+        self.assertIn(path, found["text"])
+        a.answer("ok")
+        self.assertFalse(os.path.exists(path))
+        with open(path + ".bad", "rb") as f:
+            self.assertEqual(damage, f.read(), "the damaged file is kept as it was")
+        self.assertTrue(any(line.startswith("saved game %s cannot be loaded (" % path) for line in a.log_lines()))
+        for c in (a, b):
+            c.wait_waiting("toss", self.PATIENCE)
+            c.click("cmdGooi")
+        a.wait_phase(0)
+        b.wait_waiting("opponent's turn")
+        self.assertEqual([], position_differences(a.position(), b.position()))
+
+    def test_garbage(self):
+        self.damaged_start(b"[MAIN]\r\nLOK=1\r\nEXT=2\r\nBEURT=drie\r\n" + bytes(range(256)))
+
+    def test_cut_off(self):
+        self.damaged_start(b"[MAIN]\r\nLOK=1\r\nEXT=2\r\nBEURT=3\r\n[VEHPOS_LOK]\r\nVEH00=11")
+
+
 def main():
     if len(sys.argv) < 3:
         print("usage: test_stop.py PROGRAM Class[.method] ...", file=sys.stderr)
