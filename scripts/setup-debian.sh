@@ -11,6 +11,7 @@ packages=(
   xvfb xauth xdg-utils xdotool
   fonts-liberation fonts-dejavu-core fonts-dejavu-extra
   python3 unison
+  dbus-daemon desktop-file-utils appstream
 )
 
 missing=()

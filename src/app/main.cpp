@@ -6,6 +6,8 @@
 #include "link/PollCycle.h"
 #include "link/SharedFolderFiles.h"
 #include "shell/AutomationServer.h"
+#include "shell/CommandLine.h"
+#include "shell/Demo.h"
 #include "shell/FaultReport.h"
 #include "shell/Global.h"
 #include "shell/RunTimeFault.h"
@@ -131,6 +133,16 @@ QVariantMap WindowState(const vk::Hoofdvenster& window)
 
 int main(int argc, char* argv[])
 {
+    // The command line is read before the application, so that --help,
+    // --version, a wrong option and the demo need no screen.
+    const vk::CommandLine commandLine = vk::ReadCommandLine(argc, argv);
+    if (const int code = vk::AnswerCommandLine(commandLine); code >= 0)
+        return code;
+    if (commandLine.Run == vk::CommandLine::Mode::Demo) {
+        QCoreApplication demo(argc, argv);
+        return vk::RunDemo(QCoreApplication::applicationFilePath(), commandLine.QtOptions);
+    }
+
     ValkenhornApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Valkenhorn"));
     QApplication::setOrganizationName(QStringLiteral("Valkenhorn"));
@@ -140,16 +152,7 @@ int main(int argc, char* argv[])
     font.setStyleHint(QFont::SansSerif);
     QApplication::setFont(font);
 
-    QString automationPath;
-    const QStringList arguments = QApplication::arguments();
-    for (int i = 1; i < arguments.size(); ++i) {
-        if (arguments[i] == QLatin1String("--automation") && i + 1 < arguments.size()) {
-            automationPath = arguments[++i];
-        } else {
-            std::fprintf(stderr, "usage: valkenhorn [--automation SOCKET]\n");
-            return 2;
-        }
-    }
+    const QString automationPath = commandLine.AutomationPath;
 
     vk::AutomationServer* automation = nullptr;
     if (!automationPath.isEmpty()) {

@@ -4,8 +4,10 @@
 //
 //   valkenhorn-artgen --out <program folder> --help-sources <dir> [--stamp <file>]
 //   valkenhorn-artgen --contact-sheets <program folder> <sheet folder> [--scale N]
+//   valkenhorn-artgen --icons <folder>   (the icon theme's files: <folder>/hicolor/...)
 
 #include "ContactSheets.h"
+#include "IconPicture.h"
 #include "ProgramFiles.h"
 
 #include <QFile>
@@ -19,7 +21,8 @@ namespace {
 int Usage() {
   std::fprintf(stderr,
                "usage: valkenhorn-artgen --out <program folder> --help-sources <dir> [--stamp <file>]\n"
-               "       valkenhorn-artgen --contact-sheets <program folder> <sheet folder> [--scale N]\n");
+               "       valkenhorn-artgen --contact-sheets <program folder> <sheet folder> [--scale N]\n"
+               "       valkenhorn-artgen --icons <folder>\n");
   return 2;
 }
 
@@ -30,6 +33,12 @@ int main(int argc, char** argv) {
   if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
   QGuiApplication app(argc, argv);
   const QStringList args = app.arguments();
+
+  const int icons = static_cast<int>(args.indexOf("--icons"));
+  if (icons > 0) {
+    if (icons + 1 >= args.size()) return Usage();
+    return vk::art::WriteIcons(args[icons + 1]).isEmpty() ? 1 : 0;
+  }
 
   const int sheets = static_cast<int>(args.indexOf("--contact-sheets"));
   if (sheets > 0) {
