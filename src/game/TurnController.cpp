@@ -190,8 +190,9 @@ void RunPhaseBody(Hoofdvenster& w)
 void EndTurn(Hoofdvenster& w)
 {
     WindowValues& v = w.V;
-    w.frDices->SetEnabled(false);
+    // A stopped turn goes straight to its last line.
     if (v.GameRunning) {
+        w.frDices->SetEnabled(false);
         const int side = v.Board.LocalSide;
         if (v.Board.Brandstof(side) > 0)
             v.Board.Brandstof(side) -= 1;
