@@ -10,11 +10,6 @@ namespace vk {
 
 namespace {
 
-QString DicePicture(int value)
-{
-    return Global().ProgramFolder + QStringLiteral("dice") + QString::number(value) + QStringLiteral(".gif");
-}
-
 // The picture a choice of dice stands for, and the other choices that are
 // closed while it is chosen at phase 4.
 struct DiceChoice {
@@ -67,10 +62,7 @@ void cmdGooi_Click(Hoofdvenster& w)
     Speel(*w.ESound1, v.Sound, SoundDice);
     WaitMs(1800);
     const int second = RollOneDie(v);
-    w.Dice_1->SetPicture(DicePicture(first));
-    w.MiniDice_1->SetPicture(DicePicture(first));
-    w.Dice_2->SetPicture(DicePicture(second));
-    w.MiniDice_2->SetPicture(DicePicture(second));
+    ShowDicePictures(w, first, second);
     for (Control* c : std::initializer_list<Control*>{w.Dice_1, w.Dice_2, w.MiniDice_1, w.MiniDice_2})
         c->SetVisible(true);
     w.cmdEindeBeurt->SetEnabled(true);
@@ -84,6 +76,17 @@ void cmdGooi_Click(Hoofdvenster& w)
     // Stored last: the toss waits for both values.
     v.Dice1 = first;
     v.Dice2 = second;
+}
+
+void ShowDicePictures(Hoofdvenster& w, int left, int right)
+{
+    const auto picture = [](int value) {
+        return Global().ProgramFolder + QStringLiteral("dice") + QString::number(value) + QStringLiteral(".gif");
+    };
+    w.Dice_1->SetPicture(picture(left));
+    w.MiniDice_1->SetPicture(picture(left));
+    w.Dice_2->SetPicture(picture(right));
+    w.MiniDice_2->SetPicture(picture(right));
 }
 
 void Dice_1_DblClick(Hoofdvenster& w)

@@ -1,6 +1,7 @@
 #include "game/GameFiles.h"
 
 #include "game/ProfileValues.h"
+#include "game/SavedGame.h"
 #include "link/SharedFolderFiles.h"
 #include "shell/Clock.h"
 #include "shell/Global.h"
@@ -18,6 +19,13 @@ QString GameFolder(const Hoofdvenster& w)
 QString OpponentName(const Hoofdvenster& w)
 {
     return ExternalUserAt(w.V.SelectedUser);
+}
+
+QString SavedGameFile(const Hoofdvenster& w)
+{
+    const std::filesystem::path path =
+        SavedGamePath(QFile::encodeName(Global().DataFolder).toStdString(), OpponentName(w).toLatin1().toStdString());
+    return QFile::decodeName(QByteArray::fromStdString(path.string()));
 }
 
 QString OwnFile(const Hoofdvenster& w, MessageKindId kind)

@@ -20,6 +20,8 @@ QString OpponentTossFile(const Hoofdvenster& w, int tossNumber);
 QString GameFolder(const Hoofdvenster& w);
 // The opponent's player name.
 QString OpponentName(const Hoofdvenster& w);
+// The saved game against the opponent, in the data folder.
+QString SavedGameFile(const Hoofdvenster& w);
 
 // Between two reads of a message that is not whole yet: sleeps until the
 // folder changes (the watcher wakes it), any other event comes, or 50 ms

@@ -26,11 +26,6 @@ constexpr int DicePanelColor = 12624992;
 constexpr int DicePanelWaitingColor = 8421504;
 const QString kSeparator62(62, QLatin1Char('-'));
 
-QString SavedGameFile(const Hoofdvenster& w)
-{
-    return Global().DataFolder + OpponentName(w) + QStringLiteral(".vkh");
-}
-
 // Waits until a file of the opponent stands in the folder, then deletes it
 // until it is gone, pumping in between.
 void DeleteUntilGonePumping(const QString& path)
@@ -43,14 +38,20 @@ void DeleteUntilGonePumping(const QString& path)
         QStringLiteral("deleting ") + path.section(QLatin1Char('/'), -1));
 }
 
-void ShowArmiesAndDisplays(Hoofdvenster& w)
+// The company and flag displays of both armies.
+void RefreshDisplays(Hoofdvenster& w)
 {
-    ShowBoardView(w);
-    ShowBoard(w);
     for (int side = 1; side <= 2; ++side) {
         ShowCompanies(w, side);
         ShowFlagCover(w, side);
     }
+}
+
+void ShowArmiesAndDisplays(Hoofdvenster& w)
+{
+    ShowBoardView(w);
+    ShowBoard(w);
+    RefreshDisplays(w);
     for (Control* c : std::initializer_list<Control*>{w.Stock, w.Homers, w.KampComp[0], w.KampComp[1], w.Gevang_1,
                                                       w.Gevang_2, w.Vlagdekking_1, w.Vlagdekking_2})
         c->SetVisible(true);
@@ -116,10 +117,7 @@ bool Resume(Hoofdvenster& w)
     DrawBoardAfterLoad(v.Board);
     ShowBoardView(w);
     ShowBoard(w);
-    for (int side = 1; side <= 2; ++side) {
-        ShowCompanies(w, side);
-        ShowFlagCover(w, side);
-    }
+    RefreshDisplays(w);
     LogLine(kSeparator62);
     LogAt(QStringLiteral("restarting game sequence at "));
     // The toss shows the dice panel in a new game; a resumed one skips it.
@@ -212,14 +210,6 @@ void ReceiveDeck(Hoofdvenster& w)
     }
     DeleteUntilGonePumping(file);
     deck.StackPoint = CompassCardCount;
-}
-
-void RefreshDisplays(Hoofdvenster& w)
-{
-    for (int side = 1; side <= 2; ++side) {
-        ShowCompanies(w, side);
-        ShowFlagCover(w, side);
-    }
 }
 
 void OwnTurn(Hoofdvenster& w)

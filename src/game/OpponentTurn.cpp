@@ -1,4 +1,5 @@
 #include "game/GameFiles.h"
+#include "game/DicePanel.h"
 #include "game/GameFlow.h"
 
 #include "board/BoardTables.h"
@@ -23,11 +24,6 @@ namespace {
 
 const QString kSeparator56(56, QLatin1Char('-'));
 
-QString DicePicture(int value)
-{
-    return Global().ProgramFolder + QStringLiteral("dice") + QString::number(value) + QStringLiteral(".gif");
-}
-
 void Place(Control& mark, const PlacedBox& box)
 {
     mark.Move(box.Left, box.Top, box.Width, box.Height);
@@ -48,10 +44,7 @@ void ShowOpponentsRoll(Hoofdvenster& w, const QString& file)
     v.OppDice2 = NumberIn(roll, "D2");
     LogAt(QStringLiteral("result of opponent rolling dices: ") + QString::number(v.OppDice1) + QStringLiteral(" and ") +
           QString::number(v.OppDice2) + QStringLiteral(" at "));
-    w.Dice_1->SetPicture(DicePicture(v.OppDice1));
-    w.MiniDice_1->SetPicture(DicePicture(v.OppDice1));
-    w.Dice_2->SetPicture(DicePicture(v.OppDice2));
-    w.MiniDice_2->SetPicture(DicePicture(v.OppDice2));
+    ShowDicePictures(w, v.OppDice1, v.OppDice2);
     for (Control* c : std::initializer_list<Control*>{w.Dice_1, w.MiniDice_1, w.Dice_2, w.MiniDice_2})
         c->SetVisible(true);
     DeleteOnce(file);
@@ -249,8 +242,7 @@ void OpponentStopped(Hoofdvenster& w, const QString& file)
     const auto found = values.find("STATUS");
     const std::string status = found == values.end() ? std::string() : found->second;
     if (status == "SAVE") {
-        SaveGame(QFile::encodeName(Global().DataFolder + OpponentName(w) + QStringLiteral(".vkh")).toStdString(),
-                 v.Board, v.Progress);
+        SaveGame(QFile::encodeName(SavedGameFile(w)).toStdString(), v.Board, v.Progress);
         MessageBox(QStringLiteral("Je tegenstander heeft het spel gestopt om op een andere keer verder te spelen. Het "
                                   "spel is opgeslagen."),
                    BoxButtons::Ok, BoxIcon::None, QStringLiteral("Spel wordt later verder gespeeld!"));

@@ -148,12 +148,12 @@ bool InRange(int value, int low, int high)
     return value >= low && value <= high;
 }
 
-// Where a mine of `side` may be: its own store, the enemy's camp (captured),
+// Where a mine may be: its own store, the enemy's camp (captured),
 // a road square, aboard one of its commandos or genies, aboard an enemy genie.
-bool MineValueValid(int side, int value)
+bool MineValueValid(int value)
 {
     return value == CampField(1) || value == CampField(2) || InRange(value, kFirstRoadField, kLastRoadField) ||
-           InRange(value, -9, -6) || value == 5 - 8 || value == 5 - 9 || (side != 1 && side != 2);
+           InRange(value, -9, -6) || value == 5 - 8 || value == 5 - 9;
 }
 
 std::string VehicleProblem(const BoardState& state, int side, int slot)
@@ -186,7 +186,7 @@ std::string ArmyProblem(const BoardState& state, const GameProgress& progress, i
         if (!InRange(flags, 0, kFlagsPerArmy))
             return "a flag count" + army + " is " + std::to_string(flags);
     for (int mine = 0; mine < kMinesPerArmy; ++mine)
-        if (!MineValueValid(side, state.MinePos(side, mine)))
+        if (!MineValueValid(state.MinePos(side, mine)))
             return "mine " + std::to_string(mine) + army + " lies at " + std::to_string(state.MinePos(side, mine));
     const auto index = static_cast<std::size_t>(side - 1);
     if (!InRange(progress.Deck.CardCount[index], 0, 2))

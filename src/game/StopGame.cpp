@@ -1,5 +1,6 @@
 #include "game/StopGame.h"
 
+#include "game/GameFiles.h"
 #include "game/SavedGame.h"
 #include "link/SharedFolderFiles.h"
 #include "shell/Global.h"
@@ -25,9 +26,7 @@ void StopRunningGame(Hoofdvenster& w)
     const QString stopFile = MessagePath(folder, g.LocalUser, MessageKindId::GameStopped);
     if (MessageBox(QStringLiteral("Wilt u het spel bewaren om op een andere keer verder te spelen?"),
                    BoxButtons::YesNo, BoxIcon::Question, QStringLiteral("Spel Bewaren?")) == BoxResult::Yes) {
-        const std::string dataFolder = QFile::encodeName(g.DataFolder).toStdString();
-        const std::string opponent = ExternalUserAt(w.V.SelectedUser).toLatin1().toStdString();
-        SaveGame(SavedGamePath(dataFolder, opponent), w.V.Board, w.V.Progress);
+        SaveGame(QFile::encodeName(SavedGameFile(w)).toStdString(), w.V.Board, w.V.Progress);
         WaitForConsumed(w.V);
         SendMessage(stopFile, MessageKindId::GameStopped, {QStringLiteral("SAVE")});
         w.V.LastSentFile = stopFile;
