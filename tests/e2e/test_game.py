@@ -896,6 +896,10 @@ class Victory(GameTest):
             c.wait_no_dialog()
             c.wait_board_text(CLOSING_TEXT)
             self.assertIs(True, c.state()["GameRunning"], "a No leaves the finished game standing")
+            self.assertIs(True, c.get("Voertuig_1(0)")["visible"], "the board stands, " + c.label)
+            # Only the clearing of a stopped game enables the start button
+            # again; its question about a running game is a safety net.
+            self.assertIs(False, c.get("cmdStart")["enabled"], c.label)
 
     def test_fifth_flag_home(self):
         """Brown has four flags home and an infantry with the fifth on its HQ."""

@@ -149,14 +149,21 @@ class StopAndSave(StopTest):
 class GiveUp(StopTest):
     def test_given_up_is_won_by_the_other(self):
         green, brown = self.two_turns()
+        # An older saved game against bert, written while this game runs:
+        # giving up leaves it as it was.
+        older = b"[MAIN]\r\nLOK=2\r\nEXT=1\r\nBEURT=17\r\n"
+        os.makedirs(os.path.dirname(green.saved_game_path("bert")), exist_ok=True)
+        with open(green.saved_game_path("bert"), "wb") as f:
+            f.write(older)
         self.stop(green, save=False)
         self.answer(green, LOST_TITLE, LOST_TEXT, "ok")
         self.answer(brown, WON_TITLE, WON_TEXT, "ok")
         self.wait_closed(green, brown)
         self.assertIs(True, green.state()["GameLost"])
         self.assertIs(True, brown.state()["GameWon"])
-        for c, peer in ((green, "bert"), (brown, "anna")):
-            self.assertFalse(os.path.exists(c.saved_game_path(peer)), "nothing saved by giving up")
+        with open(green.saved_game_path("bert"), "rb") as f:
+            self.assertEqual(older, f.read(), "the older saved game is left in place")
+        self.assertFalse(os.path.exists(brown.saved_game_path("anna")), "nothing saved by giving up")
 
 
 class StopDeclined(StopTest):

@@ -333,7 +333,7 @@ TEST_F(SavedGame, LokIsReadFirstAndMustBeASide)
     EXPECT_THROW(vk::ReadSavedGame(File(), state, progress), vk::ProfileValueError);
 }
 
-TEST_F(SavedGame, SaveRemovesAnOldFileFirst)
+TEST_F(SavedGame, SaveLeavesNothingOfAnOldFile)
 {
     Put(File(), "[OLD]\r\nX=1\r\n[MAIN]\r\nLOK=2\r\nSTRAY=5\r\n");
     vk::SaveGame(File(), Start(1), DealtDeck(2));
