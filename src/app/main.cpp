@@ -73,6 +73,16 @@ void InsertGameState(QVariantMap& state, const vk::Hoofdvenster& window)
     for (int i = 0; i < vk::CompassCardCount; ++i)
         stack << v.Progress.Deck.CompassStack[static_cast<std::size_t>(i)];
     state.insert(QStringLiteral("CompassStack"), stack);
+    // The hands by army: CardHand [[army 1 slot 1, slot 2], [army 2 ...]],
+    // CardCount [army 1, army 2].
+    QVariantList hands;
+    for (const auto& hand : v.Progress.Deck.CardHand)
+        hands << QVariant(ListOf(hand));
+    state.insert(QStringLiteral("CardHand"), hands);
+    state.insert(QStringLiteral("CardCount"), ListOf(v.Progress.Deck.CardCount));
+    state.insert(QStringLiteral("CompassOwed"), v.Board.CompassOwed);
+    state.insert(QStringLiteral("CardAnnulled"), v.CardAnnulled);
+    state.insert(QStringLiteral("VrijgeleideHeld"), v.VrijgeleideHeld);
     QVariantList cells;
     for (int field = vk::kFirstRoadField; field <= vk::kLastRoadField; ++field)
         cells << v.Board.BoardCell(field);

@@ -3,6 +3,7 @@
 #include "board/BoardTables.h"
 #include "board/BoardView.h"
 #include "board/Picking.h"
+#include "game/CardConversation.h"
 #include "link/SharedFolderFiles.h"
 #include "ui/BoardDisplay.h"
 #include "ui/Dialogs.h"
@@ -163,7 +164,8 @@ void Destination(Hoofdvenster& w, int field)
                         QStringLiteral("Mijn afzetten?"));
     };
     const DestinationResult result = ClickDestination(v.Board, ActionWords{v.Act.ActVeh, v.Act.ActCode, v.Act.ActFrom},
-                                                      side, v.GamePhase, field, v.Dice1, v.Dice2, questions);
+                                                      side, v.GamePhase, field, v.Dice1, v.Dice2, questions,
+                                                      ShotAtJeepSeam(w));
     switch (result.What) {
     case DestinationResult::Kind::Ignored:
         return;

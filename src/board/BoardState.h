@@ -146,7 +146,10 @@ struct BoardState {
     int TsetseVeh = 0;
 
     MoveVerdict Verdict;
+    // Compass cards earned this turn (cleared at every turn start), and the
+    // draws earned and not yet made (kept from turn to turn, not saved).
     int PendingDraws = 0;
+    int CompassOwed = 0;
 
     int BoardSide = 1;
     int LocalSide = 1;
@@ -156,7 +159,7 @@ struct BoardState {
 
 // The starting position of a new game (ResetNewGame): empty board, free HQ places,
 // BoardSide 1, then ResetArmies. LocalSide, BoardWidth and BoardHeight are kept;
-// Brandstof, Tsetse, Verdict and PendingDraws are cleared.
+// Brandstof, Tsetse, Verdict, PendingDraws and CompassOwed are cleared.
 void ResetNewGame(BoardState& state);
 
 // The armies at their start, placed in the current view: reserve 10, camp 15, prison 0,

@@ -279,9 +279,11 @@ void ExecuteMove(BoardState& state, int side, int slot, int from, int to, bool l
             }
     }
 
-    // 2. A forward post crossed earns a compass card.
+    // 2. A forward post crossed earns a compass card: counted for this turn,
+    // and owed until drawn, also beyond the two draws of one turn.
     if (verdict.CompassCrossed) {
         state.PendingDraws += 1;
+        state.CompassOwed += 1;
         verdict.CompassCrossed = false;
     }
 

@@ -165,6 +165,11 @@ DestinationResult FieldDestination(BoardState& state, ActionWords act, int side,
         result.Action.Code = act.ActCode[index];
     }
     result.Shot = ApplyAction(state, result.Action, seam);
+    if (result.Shot == ShotResult::SafeConductHeld) {
+        // The Vrijgeleide spent the die: the record tells of a shot annulled.
+        act.ActCode[index] = 0;
+        result.Action.Code = 0;
+    }
     result.What = DestinationResult::Kind::Done;
     result.NextPhase = PhaseAfterAction(phase);
     return result;

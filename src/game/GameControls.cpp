@@ -1,8 +1,10 @@
 #include "game/GameFlow.h"
 
 #include "board/BoardHandlers.h"
+#include "game/CompassDraw.h"
 #include "game/DicePanel.h"
 #include "game/StopGame.h"
+#include "ui/CardPanels.h"
 #include "ui/Hoofdvenster.h"
 
 namespace vk {
@@ -16,6 +18,10 @@ void ConnectGameControls(Hoofdvenster& w)
     w.cmdEindeBeurt->Click = [&w] { cmdEindeBeurt_Click(w); };
     w.cmdKompasGebruik->Click = [&w] { cmdKompasGebruik_Click(w); };
     w.cmdKompasSluit->Click = [&w] { cmdKompasSluit_Click(w); };
+    w.KK1->Mouse.Click = [&w] { KK1_Click(w); };
+    w.KK2->Mouse.Click = [&w] { KK2_Click(w); };
+    w.KK3->Mouse.Click = [&w] { KK3_Click(w); };
+    ConnectCardPanels(w);
     w.Dice_1->Mouse.DblClick = [&w] { Dice_1_DblClick(w); };
     w.Dice_2->Mouse.DblClick = [&w] { Dice_2_DblClick(w); };
     w.Dices->Mouse.DblClick = [&w] { Dices_DblClick(w); };

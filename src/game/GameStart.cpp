@@ -5,6 +5,7 @@
 #include "board/BoardView.h"
 #include "cards/Deck.h"
 #include "game/ProfileValues.h"
+#include "game/ScriptedDeck.h"
 #include "link/SharedFolderFiles.h"
 #include "shell/Clock.h"
 #include "shell/Global.h"
@@ -172,6 +173,8 @@ void DealDeck(Hoofdvenster& w)
     CompassDeck& deck = w.V.Progress.Deck;
     ShuffleCompassStack(deck.CompassStack, deck.StackPoint, w.V.Dice1, w.V.Dice2, w.V.CardPickSeed, w.V.Random,
                         SecondsSinceMidnight());
+    if (const std::optional<CompassStackArray> scripted = ScriptedDeck())
+        deck.CompassStack = *scripted;
     w.V.CurrentFile = OwnFile(w, MessageKindId::Deck);
     LogLine(QStringLiteral("order of shuffled cards:"));
     for (int i = 1; i <= CompassCardCount; ++i) {

@@ -45,6 +45,11 @@ struct GameValues {
     int MouseY = 0;
     bool ClickTimerFired = false;
     bool DoubleClickSeen = false;
+    // The outcome of the last card conversation: the opponent annulled the
+    // card with Contra spionage, or covered his jeep with a Vrijgeleide.
+    bool CardAnnulled = false;
+    bool VrijgeleideHeld = false;
+
     // The picks of a Personnel card being played.
     bool PersonnelRunning = false;
     int PickedVehicle = -1;

@@ -6,6 +6,8 @@
 #include "board/BoardView.h"
 #include "board/VehicleTag.h"
 #include "game/ActionReplay.h"
+#include "game/CardConversation.h"
+#include "game/CompassDraw.h"
 #include "game/SavedGame.h"
 #include "link/SharedFolderFiles.h"
 #include "shell/Clock.h"
@@ -286,12 +288,29 @@ PassResult Pass(Hoofdvenster& w)
             ShowOpponentsRoll(w, file);
             result = PassResult::Handled;
             break;
+        case MessageKindId::Question:
+            AnswerQuestion(w, file);
+            result = PassResult::Handled;
+            break;
+        case MessageKindId::CompassCard:
+            OpponentDrewRadioYambo(w, file);
+            result = PassResult::Handled;
+            break;
+        case MessageKindId::PersonnelKept:
+            OpponentKeptPersonnel(w, file);
+            result = PassResult::Handled;
+            break;
+        case MessageKindId::PersonnelDealt:
+            OpponentDealtThirdCard(w, file);
+            result = PassResult::Handled;
+            break;
         case MessageKindId::Action:
             ReplayOpponentsAction(w, file);
             result = PassResult::Handled;
             break;
         default:
-            // The card kinds are read by the card conversation and the deck.
+            // The choice of a Radio Yambo card and a Personnel card played
+            // before the dice are read by the cards that send them.
             break;
         }
     }

@@ -3,6 +3,7 @@
 
 #include "board/Picking.h"
 #include "game/ActionRecords.h"
+#include "game/CompassDraw.h"
 #include "game/PhaseTable.h"
 #include "link/SharedFolderFiles.h"
 #include "shell/Clock.h"
@@ -151,15 +152,6 @@ void VehiclePicked(Hoofdvenster& w, int phase)
         SendAction(w, *entry);
 }
 
-void ActionsOver(Hoofdvenster& w)
-{
-    for (Control* c : std::initializer_list<Control*>{w.Dice_1, w.Dice_2, w.MiniDice_1, w.MiniDice_2, w.DiceKader})
-        c->SetVisible(false);
-    // Compass cards earned by crossing a forward post are drawn here once the
-    // deck is played; until then the turn ends as when nothing can be drawn.
-    w.V.GamePhase = 39;
-}
-
 void RunPhaseBody(Hoofdvenster& w)
 {
     const int phase = w.V.GamePhase;
@@ -177,10 +169,15 @@ void RunPhaseBody(Hoofdvenster& w)
         VehiclePicked(w, phase);
         break;
     case 9: case 18: SecondDie(w, phase); break;
-    case 27: ActionsOver(w); break;
+    case 27: case 33: ChooseDrawPhase(w, phase); break;
+    case 28: case 34: DrawRadioYamboCard(w, phase); break;
+    case 29: case 35: DrawPersonnelCard(w, phase); break;
+    case 30: case 36: ThirdCardDrawn(w, phase); break;
+    case 31: case 37: ThirdCardShown(w, phase); break;
+    case 32: case 38: ThirdCardChoice(w, phase); break;
     default:
-        // A phase without a body (the card phases join with the deck): it
-        // only clears the board and waits to be moved on.
+        // A phase without a body of its own here: it only clears the board
+        // and waits to be moved on.
         ClearBoard();
         WaitPhase(w, phase);
         break;

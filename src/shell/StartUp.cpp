@@ -3,6 +3,7 @@
 #include "board/BoardState.h"
 #include "game/DiceTable.h"
 #include "game/ScriptedDice.h"
+#include "game/ScriptedDeck.h"
 #include "link/SharedFolderFiles.h"
 #include "shell/Clock.h"
 #include "shell/FaultReport.h"
@@ -86,6 +87,8 @@ void RunStartUp(Hoofdvenster& window)
         LogAt(QStringLiteral("running with time scale %1 (for tests) at ").arg(TimeScale()));
     if (DiceScripted())
         LogAt(QStringLiteral("rolling scripted dice (for tests) at "));
+    if (ScriptedDeck())
+        LogAt(QStringLiteral("dealing a scripted deck (for tests) at "));
 
     // The splash, centred.
     window.Speelveld->Move(0, 0, kSplashWidth, kSplashHeight);
