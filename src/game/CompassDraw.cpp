@@ -184,7 +184,8 @@ void PlayRadioYambo(Hoofdvenster& w)
     ShowRadioYamboCard(w, card);
     ShowOnBoard(QString::fromStdString(RadioYamboMessage(card)) +
                 QStringLiteral(" - klik op deze boodschap om de Radio Yambo kaart te sluiten en uit te voeren"));
-    PumpUntil([] { return Global().BoardText.isEmpty(); }, QStringLiteral("Radio Yambo card read"));
+    PumpUntil([&w] { return Global().BoardText.isEmpty() || !w.V.GameRunning; },
+              QStringLiteral("Radio Yambo card read"));
     w.RadioYambo->SetVisible(false);
     CarryOutRadioYambo(w, card);
 }

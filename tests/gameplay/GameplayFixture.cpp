@@ -71,7 +71,12 @@ void GameplayTest::SetUp()
                 return;
             answered = open->dialog;
             boxes << open->title + QLatin1Char('|') + open->text;
-            AnswerDialog(open->buttons.contains(QStringLiteral("ok")) ? QStringLiteral("ok") : QStringLiteral("no"));
+            if (open->buttons.contains(QStringLiteral("ok")))
+                AnswerDialog(QStringLiteral("ok"));
+            else if (yesTo.removeOne(open->title))
+                AnswerDialog(QStringLiteral("yes"));
+            else
+                AnswerDialog(QStringLiteral("no"));
         }
     });
     answerer->start();
@@ -261,7 +266,7 @@ void GameplayTest::Tick()
     if (everyTick)
         everyTick();
     if (autoConsume)
-        for (const char* extension : {".wrp", ".act", ".eot"})
+        for (const char* extension : {".wrp", ".act", ".eot", ".ryc", ".pna", ".pnc", ".ask", ".ans"})
             if (FileExists(OwnPath(extension)))
             {
                 const QByteArray raw = Text(OwnPath(extension));

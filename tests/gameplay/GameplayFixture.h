@@ -191,6 +191,8 @@ protected:
     // The box last answered, gone with the box.
     QPointer<QDialog> answered;
     QStringList boxes;
+    // Titles of yes/no boxes to answer with yes, each once; the others get no.
+    QStringList yesTo;
 
 private:
     void Tick();
