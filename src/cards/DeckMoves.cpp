@@ -110,6 +110,23 @@ void MirrorKeptPersonnel(CompassDeck& deck, int side, int card)
     deck.StackPoint -= 1;
 }
 
+int PlayFromHand(CompassDeck& deck, int side, int which, int current)
+{
+    int card = current;
+    if (which == 1) {
+        card = HandSlot(deck, side, 1);
+        HandSlot(deck, side, 1) = HandSlot(deck, side, 2);
+        HandSlot(deck, side, 2) = 0;
+        CardCountOf(deck, side) -= 1;
+    } else if (which == 2) {
+        card = HandSlot(deck, side, 2);
+        HandSlot(deck, side, 2) = 0;
+        CardCountOf(deck, side) -= 1;
+    }
+    PushToBottom(deck, card);
+    return card;
+}
+
 void GiveUpOneOfThree(CompassDeck& deck, int side, int which, int newCard)
 {
     if (which != 1 && which != 2)

@@ -60,6 +60,13 @@ int KeepPersonnel(CompassDeck& deck, int side);
 // The mirror of a ".pna": as KeepPersonnel, with the card of the message.
 void MirrorKeptPersonnel(CompassDeck& deck, int side, int card);
 
+// A Personnel card of the hand of `side` played before the dice: `which`
+// (1 or 2) is the hand slot; the hand closes up (slot 1 takes slot 2, slot 2
+// becomes 0), the count falls by 1, and the card goes under the deck before
+// it has had any effect. Returns the card, or `current` unchanged (nothing
+// moved) for any other `which`.
+int PlayFromHand(CompassDeck& deck, int side, int which, int current);
+
 // The third Personnel card: `which` ("1", "2", "3" as 1..3) is the card given
 // up. For 1 and 2 the top entry takes that hand slot's card and the slot
 // takes `newCard`; for 3 nothing changes. The caller then turns the top card

@@ -96,12 +96,36 @@ void GiveUpCard(Hoofdvenster& w)
     LogNextCard(deck);
 }
 
+// What a Personnel card played before the dice does: its picks on the board
+// and the conversation with the opponent join here.
+void PlayPersonnel(Hoofdvenster&) {}
+
 // What a Radio Yambo card does to the game; the drawer's and the other
 // copy's part of each card join here.
 void CarryOutRadioYambo(Hoofdvenster&, int) {}
 void ApplyRadioYambo(Hoofdvenster&, int) {}
 
 } // namespace
+
+void UseHandCard(Hoofdvenster& w)
+{
+    WindowValues& v = w.V;
+    w.cmdStop->SetEnabled(false);
+    const QString& tag = w.Personnel->Tag;
+    const int which = tag == QLatin1String("1") ? 1 : tag == QLatin1String("2") ? 2 : 0;
+    const int side = v.Board.LocalSide;
+    v.CurrentCard = PlayFromHand(v.Progress.Deck, side, which, v.CurrentCard);
+    LogAt(QStringLiteral("before rolling the dices, I use personnel card number ") + QString::number(v.CurrentCard) +
+          QStringLiteral(" at "));
+    w.KK1->SetVisible(CardCountOf(v.Progress.Deck, side) > 0);
+    for (Control* c : std::initializer_list<Control*>{w.KK1, w.KK2, w.cmdGooi})
+        c->SetEnabled(false);
+    w.cmdGooi->SetVisible(true);
+    for (Control* c : std::initializer_list<Control*>{w.cmdKompasSluit, w.cmdKompasGebruik, w.Personnel})
+        c->SetVisible(false);
+    PlayPersonnel(w);
+    v.GamePhase = 3;
+}
 
 void ChooseDrawPhase(Hoofdvenster& w, int phase)
 {

@@ -11,6 +11,7 @@ namespace vk {
 class Hoofdvenster;
 
 // Phase bodies of the own turn.
+void UseHandCard(Hoofdvenster& w);                  // 2
 void ChooseDrawPhase(Hoofdvenster& w, int phase);   // 27, 33
 void DrawRadioYamboCard(Hoofdvenster& w, int phase); // 28, 34
 void DrawPersonnelCard(Hoofdvenster& w, int phase);  // 29, 35

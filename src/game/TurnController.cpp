@@ -158,6 +158,7 @@ void RunPhaseBody(Hoofdvenster& w)
     switch (phase) {
     case 0: TurnStart(w); break;
     case 1: ShowPhaseMessage(w, 1); WaitPhase(w, 1); break;
+    case 2: UseHandCard(w); break;
     case 3: StillYourTurn(w); break;
     case 4: ChooseDice(w); break;
     case 5: case 10: case 14: case 19: case 23:

@@ -121,6 +121,9 @@ void RunStartUp(Hoofdvenster& window)
     LogAt(QStringLiteral("Loading playboard at "));
     window.V.Board.BoardSide = 1;
     window.Speelveld->SetPicture(g.ArmyImageFolder[window.V.Board.BoardSide - 1] + QStringLiteral("yambo_1.bmp"));
+    // The miniatures of the Personnel cards show the back of a card.
+    for (ImageControl* miniature : {window.KK1, window.KK2, window.KK3})
+        miniature->SetPicture(g.ProgramFolder + QStringLiteral("kompas/back.gif"));
     Refresh(window);
     WaitMs(1000);
 

@@ -285,6 +285,25 @@ TEST(Deck, UsedPersonnelCardsReturnUnderTheDeckAndTurnUpAgain)
     EXPECT_EQ(TopCard(deck), 21);
 }
 
+TEST(Hand, ACardPlayedFromTheHandClosesItUpAndGoesUnderTheDeck)
+{
+    CompassDeck deck = Dealt({23, 31});
+    KeepPersonnel(deck, 2);
+    KeepPersonnel(deck, 2);
+    EXPECT_EQ(PlayFromHand(deck, 2, 1, 0), 23);
+    EXPECT_EQ(deck.CardHand[1], (std::array<int, 2>{31, 0}));
+    EXPECT_EQ(deck.CardCount[1], 1);
+    EXPECT_EQ(deck.CompassStack[0], 23);
+    EXPECT_EQ(deck.StackPoint, 31);
+    KeepPersonnel(deck, 2);
+    const int second = deck.CardHand[1][1];
+    EXPECT_EQ(PlayFromHand(deck, 2, 2, 0), second);
+    EXPECT_EQ(deck.CardHand[1], (std::array<int, 2>{31, 0}));
+    EXPECT_EQ(PlayFromHand(deck, 2, 0, 17), 17) << "an unknown slot leaves the hand, the card still goes under";
+    EXPECT_EQ(deck.CardCount[1], 1);
+    EXPECT_EQ(deck.CompassStack[0], 17);
+}
+
 TEST(Hand, HandHoldsLooksOnlyAtTheCountedSlots)
 {
     CompassDeck deck;

@@ -219,6 +219,48 @@ INSTANTIATE_TEST_SUITE_P(Verwerp, ThirdCardTest,
                          ::testing::Values(GiveUp{"1", 21, {23, 22}}, GiveUp{"2", 22, {21, 23}},
                                            GiveUp{"3", 23, {21, 22}}));
 
+TEST_F(CardsTest, ACardOfTheHandIsShownBeforeTheDiceAndClosedAgain)
+{
+    Hand(1, {30, 22});
+    V().GamePhase = 0;
+    AtPhase(0, "the turn starts with two cards", [&] {
+        EXPECT_EQ(Global().BoardText, Board(text::kTurnStartWithCard));
+        EXPECT_TRUE(W().KK1->Visible() && W().KK1->Enabled());
+        EXPECT_TRUE(W().KK2->Visible() && W().KK2->Enabled());
+        W().KK2->Mouse.Click();
+    });
+    AtPhase(1, "the second card shown", [&] {
+        EXPECT_EQ(W().Personnel->Tag, QStringLiteral("2"));
+        EXPECT_EQ(W().imgPersTekst->Picture(), CardPicture(22));
+        EXPECT_EQ(W().cmdKompasGebruik->Caption(), QStringLiteral("Gebruik"));
+        EXPECT_FALSE(W().KK1->Visible());
+        EXPECT_FALSE(W().cmdGooi->Visible());
+        EXPECT_FALSE(W().cmdEindeBeurt->Enabled());
+        W().cmdKompasSluit->click();
+    });
+    AtPhase(0, "back at the start", [&] {
+        EXPECT_FALSE(W().Personnel->Visible());
+        EXPECT_TRUE(W().KK1->Visible());
+        EXPECT_TRUE(W().KK2->Visible());
+        EXPECT_TRUE(W().cmdGooi->Visible());
+        W().KK1->Mouse.Click();
+    });
+    AtPhase(1, "the first card shown", [&] { W().cmdKompasGebruik->click(); });
+    AtPhase(3, "still the own turn", [&] {
+        EXPECT_FALSE(W().cmdStop->Enabled());
+        EXPECT_TRUE(W().KK1->Visible());
+        EXPECT_FALSE(W().KK1->Enabled());
+        EXPECT_FALSE(W().Personnel->Visible());
+        W().cmdEindeBeurt->click();
+    });
+    PlayTurn();
+    EXPECT_EQ(Deck().CardHand[0], (std::array<int, 2>{22, 0}));
+    EXPECT_EQ(Deck().CardCount[0], 1);
+    EXPECT_EQ(Deck().CompassStack[0], 30) << "a card played goes under the deck first";
+    EXPECT_EQ(Deck().StackPoint, 31);
+    EXPECT_TRUE(Logged(QStringLiteral("before rolling the dices, I use personnel card number 30 at ")));
+}
+
 TEST_F(CardsTest, InformationOfTheCardShown)
 {
     Hand(1, {28});
