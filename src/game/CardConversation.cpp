@@ -184,58 +184,58 @@ void TellOpponent(Hoofdvenster& w, int question)
     WaitForConsumed(v);
 }
 
+namespace {
+
+// A question whose "card used" answer takes `card` from the mirror of the
+// opponent's hand and sets `flag`: -1 then, else 0.
+int AskAboutCard(Hoofdvenster& w, bool& flag, int card, MessageKindId kind, const QStringList& values,
+                 const QString& title, const QString& text, bool waitForConsumed)
+{
+    WindowValues& v = w.V;
+    flag = false;
+    if (AskOpponent(w, kind, values, title, text, waitForConsumed) != kAnswerCardUsed)
+        return 0;
+    MirrorCardUsedAgainstAsker(v.Progress.Deck, v.Progress.ExternalSide, card);
+    flag = true;
+    return -1;
+}
+
+} // namespace
+
 int AnnouncePersonnel(Hoofdvenster& w, int cardIndex)
 {
     WindowValues& v = w.V;
-    v.CardAnnulled = false;
-    const int answer = AskOpponent(
-        w, MessageKindId::PersonnelUsed,
+    return AskAboutCard(
+        w, v.CardAnnulled, kContraSpionage, MessageKindId::PersonnelUsed,
         QStringList{QString::number(cardIndex), QString::number(v.PickedVehicle), QString::number(v.PickedField),
                     QStringLiteral("100")},
         QStringLiteral("Tegenstander kan over Contra Spionage beschikken"),
         QStringLiteral("Uw tegenstander wordt op de hoogte gesteld dat u een Pesonnel kaart gebruikt. Deze kan over "
                        "Contra Spionage beschikken die uw kaart kan ontkrachten..."),
         true);
-    if (answer != kAnswerCardUsed)
-        return 0;
-    MirrorCardUsedAgainstAsker(v.Progress.Deck, v.Progress.ExternalSide, kContraSpionage);
-    v.CardAnnulled = true;
-    return -1;
 }
 
 int AskVrijgeleide(Hoofdvenster& w)
 {
-    WindowValues& v = w.V;
-    v.VrijgeleideHeld = false;
-    const int answer = AskOpponent(
-        w, MessageKindId::Question, QStringList{QString::number(kAskSafeConductAgainstAmbush)},
+    return AskAboutCard(
+        w, w.V.VrijgeleideHeld, kVrijgeleide, MessageKindId::Question,
+        QStringList{QString::number(kAskSafeConductAgainstAmbush)},
         QStringLiteral("Jeep kan over een vrijgeleide beschikken"),
         QStringLiteral("Uw tegenstander wordt op de hoogte gesteld dat u zijn jeep belaagt met een hinderlaag. "
                        "Mogelijks beschikt de jeep over een vrijgeleide..."),
         true);
-    if (answer != kAnswerCardUsed)
-        return 0;
-    MirrorCardUsedAgainstAsker(v.Progress.Deck, v.Progress.ExternalSide, kVrijgeleide);
-    v.VrijgeleideHeld = true;
-    return -1;
 }
 
 int AskContraSpionage(Hoofdvenster& w)
 {
-    WindowValues& v = w.V;
-    v.CardAnnulled = false;
     // Straight after question 4, which the opponent has already taken.
-    const int answer = AskOpponent(
-        w, MessageKindId::Question, QStringList{QString::number(kAskContraAgainstAmbush)},
+    return AskAboutCard(
+        w, w.V.CardAnnulled, kContraSpionage, MessageKindId::Question,
+        QStringList{QString::number(kAskContraAgainstAmbush)},
         QStringLiteral("Tegenstander kan over Contra Spionage beschikken"),
         QStringLiteral("Er wordt geinformeerd of uw tegenstander beschikt over Contra Spionage om uw Hinderlaag kaart "
                        "te ontkrachten..."),
         false);
-    if (answer != kAnswerCardUsed)
-        return 0;
-    MirrorCardUsedAgainstAsker(v.Progress.Deck, v.Progress.ExternalSide, kContraSpionage);
-    v.CardAnnulled = true;
-    return -1;
 }
 
 SafeConductSeam ShotAtJeepSeam(Hoofdvenster& w)

@@ -540,6 +540,51 @@ TEST_F(CardsTest, TheShootersContraSpionageLetsTheShotGoOn)
     EXPECT_EQ(boxes.size(), 2);
 }
 
+TEST_F(CardsTest, APersonnelCardAnnouncedAndAnnulledByContraSpionage)
+{
+    Hand(2, {24, 26});
+    V().PickedVehicle = 4;
+    V().PickedField = 61;
+    int result = 0;
+    When("the card is announced", [this] { return SentFile(".pnu") != nullptr; },
+         [&] { Publish(TheirPath(".ans"), "[GENERAL]\r\nANSWER=2\r\n"); });
+    Run([&] { result = AnnouncePersonnel(W(), 1); });
+    EXPECT_EQ(result, -1);
+    EXPECT_TRUE(V().CardAnnulled);
+    EXPECT_EQ(SentFile(".pnu")->Raw, QByteArray("[GENERAL]\r\nCARD=1\r\nV1=4\r\nV2=61\r\nV3=100\r\n"));
+    EXPECT_EQ(boxes, QStringList{QStringLiteral("Tegenstander kan over Contra Spionage beschikken|Uw tegenstander "
+                                                "wordt op de hoogte gesteld dat u een Pesonnel kaart gebruikt. Deze "
+                                                "kan over Contra Spionage beschikken die uw kaart kan "
+                                                "ontkrachten...")});
+    EXPECT_EQ(Deck().CardHand[1][0], 26);
+    EXPECT_EQ(Deck().CardCount[1], 1);
+    EXPECT_EQ(Deck().CompassStack[0], 24);
+    EXPECT_FALSE(FileExists(TheirPath(".ans")));
+}
+
+TEST_F(CardsTest, TheAmbushAskedTwiceWithoutAnAnswerOfCards)
+{
+    Hand(2, {21});
+    int vrijgeleide = 0, contra = 0;
+    When("question 4", [this] { return SentFile(".ask") != nullptr; },
+         [&] { Publish(TheirPath(".ans"), "[GENERAL]\r\nANSWER=1\r\n"); });
+    Run([&] { vrijgeleide = AskVrijgeleide(W()); });
+    When("question 6", [this] { return SentFile(".ask", 1) != nullptr; },
+         [&] { Publish(TheirPath(".ans"), "[GENERAL]\r\nANSWER=1\r\n"); });
+    Run([&] { contra = AskContraSpionage(W()); });
+    EXPECT_EQ(vrijgeleide, 0);
+    EXPECT_EQ(contra, 0);
+    EXPECT_FALSE(V().VrijgeleideHeld);
+    EXPECT_FALSE(V().CardAnnulled);
+    EXPECT_EQ(SentFile(".ask", 0)->Raw, QByteArray("[GENERAL]\r\nQUESTION=4\r\n"));
+    EXPECT_EQ(SentFile(".ask", 1)->Raw, QByteArray("[GENERAL]\r\nQUESTION=6\r\n"));
+    EXPECT_EQ(Deck().CardCount[1], 1);
+    ASSERT_EQ(boxes.size(), 2);
+    EXPECT_TRUE(boxes[0].startsWith(QStringLiteral("Jeep kan over een vrijgeleide beschikken|")));
+    EXPECT_TRUE(boxes[1].startsWith(QStringLiteral("Tegenstander kan over Contra Spionage beschikken|Er wordt "
+                                                   "geinformeerd")));
+}
+
 TEST_F(CardsTest, NoQuestionWhenTheShooterHoldsTheVrijgeleideOrTheOwnerNoCard)
 {
     EXPECT_EQ(ShotAtJeepSeam(W()).ask(1), SafeConductAnswer::ShotGoesOn) << "the owner holds no card";
