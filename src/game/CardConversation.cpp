@@ -7,6 +7,7 @@
 #include "link/SharedFolderFiles.h"
 #include "shell/Global.h"
 #include "shell/RunLog.h"
+#include "shell/TurnNotice.h"
 #include "ui/BoardDisplay.h"
 #include "ui/CardPanels.h"
 #include "ui/Dialogs.h"
@@ -22,6 +23,16 @@ bool AskYesNo(const std::string& title, const std::string& text)
                       QString::fromStdString(title)) == BoxResult::Yes;
 }
 
+// Puts the question of a card in hand to the player, who is told first when
+// his window is not the active one.
+bool OfferedAndTaken(Hoofdvenster& w, const CardOffer& offer)
+{
+    if (!offer.Asked)
+        return false;
+    TellPlayer(w, Notice::Question);
+    return AskYesNo(offer.Title, offer.Text);
+}
+
 void SendAnswer(Hoofdvenster& w, int answer)
 {
     SendMessage(w.V.CurrentFile, MessageKindId::Answer, QStringList{QString::number(answer)});
@@ -33,7 +44,7 @@ int AnswerShotAtJeep(Hoofdvenster& w)
     WindowValues& v = w.V;
     const int side = v.Board.LocalSide;
     const CardOffer offer = OfferAgainst(kAskSafeConductAgainstShot, v.Progress.Deck, side);
-    if (!offer.Asked || !AskYesNo(offer.Title, offer.Text))
+    if (!OfferedAndTaken(w, offer))
         return kAnswerNoReaction;
     LogAt(QStringLiteral("using personnel card number 29 against shooting at my jeep at "));
     UseSafeConduct(v.Progress.Deck, side);
@@ -75,7 +86,7 @@ int AnswerAmbushWithSafeConduct(Hoofdvenster& w)
     ShowPersonnelPicture(w, kHinderlaag);
     const int side = v.Board.LocalSide;
     const CardOffer offer = OfferAgainst(kAskSafeConductAgainstAmbush, v.Progress.Deck, side);
-    if (!offer.Asked || !AskYesNo(offer.Title, offer.Text))
+    if (!OfferedAndTaken(w, offer))
         return kAnswerNoReaction;
     LogAt(QStringLiteral("using personnel card number 29 against the ambush at "));
     UseSafeConduct(v.Progress.Deck, side);
@@ -106,7 +117,7 @@ int AnswerAmbushWithContra(Hoofdvenster& w)
     ShowPersonnelPicture(w, kHinderlaag);
     const int side = v.Board.LocalSide;
     const CardOffer offer = OfferAgainst(kAskContraAgainstAmbush, v.Progress.Deck, side);
-    if (!offer.Asked || !AskYesNo(offer.Title, offer.Text))
+    if (!OfferedAndTaken(w, offer))
         return kAnswerNoReaction;
     LogAt(QStringLiteral("using personnel card number 24 against the ambush at "));
     UseContraAgainstAmbush(v.Progress.Deck, side);
