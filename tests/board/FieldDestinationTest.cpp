@@ -139,6 +139,19 @@ TEST(FieldDestination, MoveWithoutFuelUndoesThePick)
     }
 }
 
+TEST(FieldDestination, AMoveAcrossAForwardPostRefusedForWantOfFuelEarnsNoCard)
+{
+    TurnWords turn;
+    Answers answers;
+    BoardState state = Picked(turn, 1, 0, 74, 8);
+    state.Brandstof(1) = 1;
+    const DestinationResult result = Click(state, turn, answers, 1, 8, 75, 1, 1);
+    ASSERT_EQ(result.What, DestinationResult::Kind::FuelUndone);
+    EXPECT_FALSE(state.Verdict.CompassCrossed);
+    EXPECT_EQ(state.PendingDraws, 0);
+    EXPECT_EQ(state.CompassOwed, 0);
+}
+
 TEST(FieldDestination, ShotWithoutFuelIsStillResolved)
 {
     for (int phase : {8, 13}) {
