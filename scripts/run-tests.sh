@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Installs what is missing, builds Valkenhorn and runs every test (unit and
 # end-to-end): first in a normal build, then once more in a build with
-# AddressSanitizer and UndefinedBehaviorSanitizer.
+# AddressSanitizer and UndefinedBehaviorSanitizer. The normal build also
+# renders the README's screenshots into docs/screenshots.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 top=$PWD
@@ -21,6 +22,8 @@ run_suite() {
 }
 
 run_suite build -DCMAKE_BUILD_TYPE=RelWithDebInfo
+echo "=== screenshots into docs/screenshots"
+python3 "$top/scripts/screenshots.py" --program "$top/build/program/valkenhorn" "$top/docs/screenshots" || status=1
 
 export ASAN_OPTIONS=detect_leaks=1:abort_on_error=1:detect_stack_use_after_return=0
 export LSAN_OPTIONS=suppressions=$top/scripts/lsan-suppressions.txt:print_suppressions=0

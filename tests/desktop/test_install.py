@@ -7,8 +7,10 @@ the program folder in share/valkenhorn (where the installed program finds it),
 the desktop entry, the icon at 48, 128 and 256 pixels in the hicolor theme and
 the AppStream metainfo, and nothing else; desktop-file-validate and
 appstreamcli validate accept the two files. cpack -G DEB makes a package with
-the same files and the runtime dependencies, none of the build's. Standard
-library only; exit code 77 (skipped) without dpkg-deb."""
+the same files and the runtime dependencies, none of the build's; unpacked
+with dpkg-deb -x into a root of the test's own, its executable tells its
+version and, under an Xvfb, ends its start-up with the program folder of that
+root. Standard library only; exit code 77 (skipped) without dpkg-deb."""
 
 import os
 import re
@@ -164,10 +166,19 @@ class DebianPackage(unittest.TestCase):
         if len(debs) != 1:
             raise AssertionError("cpack made %r" % debs)
         cls.deb = os.path.join(cls.scratch, debs[0])
+        # The package unpacked as dpkg would install it, but under a root of
+        # the test's own: no root rights, nothing outside the scratch folder.
+        cls.root = os.path.join(cls.scratch, "root")
+        done = subprocess.run(["dpkg-deb", "-x", cls.deb, cls.root], capture_output=True)
+        if done.returncode != 0:
+            raise AssertionError("dpkg-deb -x failed:\n" + done.stdout.decode() + done.stderr.decode())
 
     @classmethod
     def tearDownClass(cls):
         shutil.rmtree(cls.scratch, ignore_errors=True)
+
+    def unpacked(self, relative):
+        return os.path.join(self.root, relative)
 
     def field(self, name):
         return subprocess.run(["dpkg-deb", "-f", self.deb, name], capture_output=True,
@@ -200,6 +211,42 @@ class DebianPackage(unittest.TestCase):
         for size in ICON_SIZES:
             self.assertIn("/usr/share/icons/hicolor/%dx%d/apps/%s.png" % (size, size, APP_ID), names)
         self.assertFalse([n for n in names if "tests-bin" in n or "artgen" in n or n.endswith("valkenhorn-rules")])
+
+    def test_unpacked_files(self):
+        """dpkg-deb -x lays out the executable, the program folder, the
+        desktop entry, the metainfo and the icons under usr/, and nothing
+        else; the program folder holds what the build's holds."""
+        files = files_under(self.root)
+        self.assertTrue(os.access(self.unpacked("usr/bin/valkenhorn"), os.X_OK))
+        allowed = ("usr/bin/valkenhorn", "usr/share/valkenhorn/", "usr/share/applications/%s.desktop" % APP_ID,
+                   "usr/share/icons/hicolor/", "usr/share/metainfo/%s.metainfo.xml" % APP_ID)
+        self.assertEqual([], [f for f in files if not any(f == a or (a.endswith("/") and f.startswith(a))
+                                                          for a in allowed)])
+        self.assertIn("usr/share/applications/%s.desktop" % APP_ID, files)
+        self.assertIn("usr/share/metainfo/%s.metainfo.xml" % APP_ID, files)
+        for size in ICON_SIZES:
+            self.assertEqual((size, size, 8, 6), png_header(
+                self.unpacked("usr/share/icons/hicolor/%dx%d/apps/%s.png" % (size, size, APP_ID))))
+        # Every picture, sound and help page of the build's program folder;
+        # none of the executables beside them.
+        built = [f for f in files_under(os.path.join(BUILD, "program"))
+                 if f.endswith((".gif", ".bmp", ".wav", ".html"))]
+        self.assertIn("splash.gif", built)
+        self.assertEqual(built, files_under(self.unpacked("usr/share/valkenhorn")))
+
+    def test_unpacked_executable_tells_its_version(self):
+        done = subprocess.run([self.unpacked("usr/bin/valkenhorn"), "--version"], capture_output=True, timeout=30)
+        self.assertEqual((0, b"valkenhorn %s\n" % VERSION.encode()), (done.returncode, done.stdout))
+
+    def test_unpacked_program_finds_its_folder(self):
+        """Started from the unpacked root, the program ends its start-up with
+        the program folder beside it in that root (../share/valkenhorn from
+        its own folder), not with the build's or a system-wide one."""
+        with XServer() as x, Session(self.unpacked("usr/bin/valkenhorn"), x.display) as s:
+            s.wait_started()
+            self.assertEqual(os.path.realpath(self.unpacked("usr/share/valkenhorn")) + "/", s.state()["ProgramFolder"])
+            self.assertTrue(any(line.startswith("End of Form Load at ") for line in s.log_lines()))
+            self.assertEqual([], [line for line in s.log_lines() if line.startswith("run-time fault: ")])
 
 
 def main():
