@@ -540,6 +540,26 @@ TEST_F(CardsTest, TheShootersContraSpionageLetsTheShotGoOn)
     EXPECT_EQ(boxes.size(), 2);
 }
 
+TEST_F(CardsTest, TheShooterWhoKeepsHisContraSpionageLetsTheJeepGoBack)
+{
+    Hand(2, {29});
+    Hand(1, {24, 31});
+    SafeConductAnswer outcome = SafeConductAnswer::ShotGoesOn;
+    When("question 1 is asked", [this] { return SentFile(".ask") != nullptr; },
+         [&] { Publish(TheirPath(".ans"), "[GENERAL]\r\nANSWER=2\r\n"); });
+    Run([&] { outcome = ShotAtJeepSeam(W()).ask(1); });
+    EXPECT_EQ(outcome, SafeConductAnswer::JeepSentBack);
+    ASSERT_EQ(boxes.size(), 3);
+    EXPECT_EQ(boxes[1], QStringLiteral("Jeep heeft vrijgeleide!|De jeep beschikt over een vrijgeleide, maar dit kan "
+                                       "worden verijdeld door uw contra spionage. Wilt u die gebruiken?"));
+    EXPECT_EQ(boxes[2], QStringLiteral("Jeep heeft vrijgeleide!|Uw tegenstander heeft een vrijgeleide voor zijn jeep "
+                                       "gebruikt."));
+    ASSERT_NE(SentFile(".ask", 1), nullptr);
+    EXPECT_EQ(SentFile(".ask", 1)->Raw, QByteArray("[GENERAL]\r\nQUESTION=3\r\n"));
+    EXPECT_EQ(Deck().CardHand[0], (std::array<int, 2>{24, 31})) << "the 24 is kept";
+    EXPECT_EQ(Deck().CardCount[0], 2);
+}
+
 TEST_F(CardsTest, APersonnelCardAnnouncedAndAnnulledByContraSpionage)
 {
     Hand(2, {24, 26});
