@@ -892,6 +892,185 @@ class JeepShot(CardTest):
             self.assertDeck(c, model, "after the turn")
 
 
+# -- card files read a turn late ---------------------------------------------------------
+
+OPPONENT_ACTS = "opponent takes action with following details at "
+
+
+def mirror_dealt(model, side, which, card_in):
+    """The other copy's part of a .pnc: hand slot `which` (1, 2) of `side`
+    goes onto the top entry of its own deck and the card the file names
+    takes the slot; then the top goes under the deck. With 3 only the latter."""
+    if which in (1, 2):
+        model.stack[model.point - 1] = model.hands[side - 1][which - 1]
+        model.hands[side - 1][which - 1] = card_in
+    model.rotate()
+
+
+def mirror_kept(model, side, card):
+    """The other copy's part of a .pna: the card the file names into the hand
+    of `side`, and the top entry of its own deck taken off."""
+    model.counts[side - 1] += 1
+    model.hands[side - 1][model.counts[side - 1] - 1] = card
+    model.stack[model.point - 1] = 0
+    model.point -= 1
+
+
+class LateCardFiles(CardTest):
+    """Neither a kept Personnel card (.pna) nor the choice among three (.pnc)
+    waits for the other copy, and nothing waits for them to be taken. bert
+    takes anna's .act off the folder before the four seconds in which he
+    shows its marks, so that anna's end of turn is written while he still
+    shows them; his next pass finds the .eot before the card file, which
+    stays in the folder until he follows anna's next turn.
+
+    bert runs at the time scale of a real game, so that the marks stand
+    four seconds; anna runs at the tests' pace. anna's tank stands on her
+    HQ; with a 5 it crosses 74-75, and she ends the turn at once."""
+
+    SCALES = {"bert": "1"}
+
+    def copy(self, name, local_id, folder, peer, dice):
+        x = XServer()
+        x.__enter__()
+        self.addCleanup(x.__exit__, None, None, None)
+        scale = self.SCALES.get(name, self.SCALE)
+        kwargs = {"time_scale": scale} if scale else {}
+        c = GameCopy(test_game.PROGRAM, x.display, self.root, name, local_id, [folder], [peer], dice=dice, **kwargs)
+        c.patience = self.PATIENCE
+        self.addCleanup(c.close)
+        return c
+
+    def arrange(self, hand, new):
+        """Turn 9 of a saved game: anna holds `hand`, `new` lies on top of the deck."""
+        model = DeckModel(deck_without(new, *hand) + [new], hands=((list(hand) + [0, 0])[:2], (0, 0)),
+                          counts=(len(hand), 0))
+        green, brown = self.resume(hq_pair_sections(9, model), [5, 1], [])
+        self.ended = brown.count_lines(TURN_ENDED)
+        return green, brown, model
+
+    def crossing(self, green, brown):
+        """The roll and the tank across 74-75; returns, with the lines of both
+        logs, once bert has taken the .act off the folder to show its marks."""
+        green.wait_phase(0)
+        brown.wait_waiting("opponent's turn")
+        own, theirs = self.roll(green, (5, 1))
+        shown = brown.count_lines(OPPONENT_ACTS)
+        # The replay opens and closes with a separator, the closing one after the marks.
+        self.separators = brown.count_lines(SEPARATOR_56) + 1
+        _, lines = self.act(green, brown, 0, Act(1, TANK, 75), None, None)
+        act = os.path.join(self.shared, "anna.act")
+        brown.wait_until(lambda: brown.count_lines(OPPONENT_ACTS) > shown and not os.path.exists(act),
+                         "bert taking anna.act to show its marks")
+        return own + lines[0], theirs + lines[1]
+
+    def ended_while_marked(self, green, brown, card_file, contents):
+        """anna's .eot is written while bert still shows the marks, the card
+        file before it; both stand in the folder."""
+        green.wait_until(lambda: green.state()["LastSentFile"].endswith("/anna.eot"), "anna's .eot written")
+        held = {}
+        for name in (card_file, "anna.eot"):
+            try:
+                held[name] = self.file_bytes(name)
+            except FileNotFoundError:
+                held[name] = None
+        # Until the replay's closing separator bert has made no pass since
+        # taking the .act: the files were read before he could take them.
+        self.assertEqual(self.separators, brown.count_lines(SEPARATOR_56),
+                         "bert still shows the marks when anna's turn ends")
+        self.assertEqual({card_file: contents, "anna.eot": message(TURN=9)}, held)
+
+    def turn_skipped_then_read(self, green, brown, late_lines, anna_deck, bert_deck, card_file):
+        """bert skips turn 10 with the card file still in the folder; the first
+        pass of his following of turn 11 reads it, before anna does anything."""
+        brown.wait_phase(0)
+        self.assertTrue(os.path.exists(os.path.join(self.shared, card_file)),
+                        "%s in the folder during bert's turn" % card_file)
+        ended = green.count_lines(TURN_ENDED)
+        with FolderWatch(self.shared) as watch:
+            brown.click("cmdEindeBeurt")
+            green.wait_line_count(TURN_ENDED, ended + 1)
+            green.wait_phase(0)
+            brown.wait_line_count(late_lines[0], 1)
+            brown.wait_waiting("opponent's turn")
+        self.assertEqual(["bert.eot"], watch.seen)
+        self.assertFalse(os.path.exists(os.path.join(self.shared, card_file)), card_file + " taken at last")
+        self.expect_log(brown, ["ending turn at "] + late_lines)
+        self.expect_log(green, [TURN_ENDED])
+        self.assertEqual(11, green.state()["TurnNumber"])
+        self.assertDeck(green, anna_deck, "at the start of turn 11")
+        self.assertDeck(brown, bert_deck, "after reading %s a turn late" % card_file)
+        self.assertSamePosition(green, brown, deck_differences(anna_deck, bert_deck))
+
+    def test_choice_among_three_read_a_turn_late(self):
+        """anna holds 21 and 27 and draws the 23; she opens KK2 and gives up
+        the 27 before bert has shown her move. bert ends her turn without the
+        .pnc: the positions part in the 23 and 27 of her second slot and in
+        all 30 entries of the stack, which moved up one as the 27 went under
+        the deck. In turn 10 bert skips, the deck stays as it was, and the
+        .pnc read at the start of turn 11 brings both copies together again."""
+        green, brown, model = self.arrange((21, 27), 23)
+        with FolderWatch(self.shared) as watch:
+            own, theirs = self.crossing(green, brown)
+            green.click("cmdEindeBeurt")
+            self.box(green, PERSONNEL_TITLE, THIRD_TEXT, "ok")
+            green.wait_phase(31)
+            green.click("cmdKompasSluit")
+            green.wait_phase(32)
+            green.click("KK2")
+            green.wait_phase(31)
+            self.assertEqual("2", green.get("Personnel")["tag"])
+            green.click("cmdKompasGebruik")
+            before = model.copy()
+            model.give_up(1, 2)
+            self.ended_while_marked(green, brown, "anna.pnc", message(CARDOUT=27, CARDIN=23, CARDIND=2))
+            own += ThirdCard.THIRD_LINES + ["returning compas card number 27 at ",
+                                            "next compas card is number %d" % model.top()]
+            known = deck_differences(model, before)
+            self.turn_ended(green, brown, self.ended, own, theirs, known)
+        self.assertEqual(["anna.wrp", "anna.act", "anna.pnc", "anna.eot"], watch.seen)
+        self.assertEqual(sorted([("CARD_LOK", "CRD2", "23", "27")] +
+                                [("STACK", "CARD%02d" % (i + 1), str(model.stack[i]), str(before.stack[i]))
+                                 for i in range(30)]), known)
+        self.assertFalse(any(line.startswith("opponent dumped card number ") for line in brown.log_lines()))
+        self.assertDeck(green, model, "after giving up the 27")
+        self.assertDeck(brown, before, "without the .pnc")
+        self.assertEqual([[21, 23], [0, 0]], green.state()["CardHand"])
+
+        mirror_dealt(before, 1, 2, 23)
+        self.turn_skipped_then_read(green, brown, ["opponent dumped card number 23 at ",
+                                                   "next compas card is number %d" % before.top()],
+                                    model, before, "anna.pnc")
+        self.assertEqual([], deck_differences(model, before), "the deck stood still between")
+
+    def test_kept_card_read_a_turn_late(self):
+        """anna holds the 21 and keeps the 26 she draws; bert ends her turn
+        without the .pna: the positions part in her count, her second slot,
+        the top entry and the stack's count. In turn 10 bert skips, and the
+        .pna read at the start of turn 11 brings both copies together again."""
+        green, brown, model = self.arrange((21,), 26)
+        with FolderWatch(self.shared) as watch:
+            own, theirs = self.crossing(green, brown)
+            green.click("cmdEindeBeurt")
+            before = model.copy()
+            self.assertEqual(26, model.keep(1))
+            self.box(green, PERSONNEL_TITLE, KEPT_TEXT, "ok")
+            self.ended_while_marked(green, brown, "anna.pna", message(CARD=26))
+            own += taking(26, model.top())
+            known = deck_differences(model, before)
+            self.turn_ended(green, brown, self.ended, own, theirs, known)
+        self.assertEqual(["anna.wrp", "anna.act", "anna.pna", "anna.eot"], watch.seen)
+        self.assertEqual(sorted([("CARD_LOK", "CNT", "2", "1"), ("CARD_LOK", "CRD2", "26", "0"),
+                                 ("STACK", "CARD31", "0", "26"), ("STACK", "POINT", "30", "31")]), known)
+        self.assertFalse(any(line.startswith("opponent took compas card number ") for line in brown.log_lines()))
+        self.assertDeck(green, model, "after keeping the 26")
+        self.assertDeck(brown, before, "without the .pna")
+
+        mirror_kept(before, 1, 26)
+        self.turn_skipped_then_read(green, brown, opponent_took(26, before.top()), model, before, "anna.pna")
+        self.assertEqual([], deck_differences(model, before), "the deck stood still between")
+
+
 def main():
     if len(sys.argv) < 3:
         sys.stderr.write(__doc__)
