@@ -66,9 +66,6 @@ ShotResult ApplyAction(BoardState& state, const BoardAction& action, const SafeC
         ExecuteMove(state, action.Side, action.Slot, action.From, action.To, action.Code == 3);
         break;
     case 2:
-        // The shooter stays where it is: a walk that ends beyond a forward
-        // post crosses nothing.
-        verdict.CompassCrossed = false;
         return ResolveShot(state, action.Side, action.TargetSlot, seam);
     default:
         break;

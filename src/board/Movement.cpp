@@ -280,10 +280,13 @@ void ExecuteMove(BoardState& state, int side, int slot, int from, int to, bool l
     }
 
     // 2. A forward post crossed earns a compass card: counted for this turn,
-    // and owed until drawn, also beyond the two draws of one turn.
+    // and, for the local player's own army, owed until drawn, also beyond the
+    // two draws of one turn. A crossing left standing by this copy's judge
+    // must not owe it a card for the opponent's replayed move.
     if (verdict.CompassCrossed) {
         state.PendingDraws += 1;
-        state.CompassOwed += 1;
+        if (side == state.LocalSide)
+            state.CompassOwed += 1;
         verdict.CompassCrossed = false;
     }
 

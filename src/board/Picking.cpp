@@ -140,8 +140,6 @@ DestinationResult FieldDestination(BoardState& state, ActionWords act, int side,
         return result;
     MoveVerdict& verdict = state.Verdict;
     if (!verdict.ShootAllowed && state.Brandstof(side) > 0) {
-        // A move refused for want of fuel crosses nothing.
-        verdict.CompassCrossed = false;
         result.What = DestinationResult::Kind::FuelUndone;
         result.NextPhase = PhaseAfterFuelUndo(phase);
         return result;

@@ -33,10 +33,6 @@ BoardAction ReplayAction(BoardState& state, const ActionMessage& message, int si
     // left from this copy's own turn (a move undone for want of fuel) must
     // not load one on the opponent's plain move.
     state.Verdict.FlagLoad = false;
-    // The opponent's crossing of a forward post earns him a card on his own
-    // copy; this copy never judged the move, and a crossing left from its own
-    // judge (a move undone, a shot) is no card of the opponent's either.
-    state.Verdict.CompassCrossed = false;
     const BoardAction action = ReplayedAction(state, message, side);
     ApplyAction(state, action);
     return action;
