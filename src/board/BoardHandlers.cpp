@@ -137,11 +137,6 @@ bool IsFieldPickPhase(int phase)
     return phase == 8 || phase == 13 || phase == 17 || phase == 22 || phase == 26;
 }
 
-bool AskYesNo(const QString& text, const QString& title)
-{
-    return MessageBox(text, BoxButtons::YesNo, BoxIcon::Question, title) == BoxResult::Yes;
-}
-
 void StoreDestination(WindowValues& v, int field)
 {
     switch (v.GamePhase) {

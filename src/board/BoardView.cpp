@@ -7,6 +7,14 @@
 
 namespace vk {
 
+void PutPicture(Picture& picture, const PlacedBox& box)
+{
+    picture.Left = box.Left;
+    picture.Top = box.Top;
+    picture.Width = box.Width;
+    picture.Height = box.Height;
+}
+
 namespace {
 
 int CheckSide(int side) { return CheckIndex(side, 1, 2, "Side"); }
@@ -228,10 +236,7 @@ void DrawBoardSide(BoardState& state, int boardSide)
             } else if (IsRoadField(pos)) {
                 box = VehicleOnFieldBox(view, pos, state.VehicleDir(side, slot));
             }
-            picture.Left = box.Left;
-            picture.Top = box.Top;
-            picture.Width = box.Width;
-            picture.Height = box.Height;
+            PutPicture(picture, box);
         }
 
     for (int side = 1; side <= 2; ++side)
@@ -283,10 +288,7 @@ void RedrawAfterLoad(BoardState& state)
                 continue;
             const PlacedBox box = DestroyedVehicleBox(state.BoardSide, side, slot);
             Picture& picture = state.VehiclePicture(side, slot);
-            picture.Left = box.Left;
-            picture.Top = box.Top;
-            picture.Width = box.Width;
-            picture.Height = box.Height;
+            PutPicture(picture, box);
             picture.InStock = side == state.LocalSide;
         }
 }

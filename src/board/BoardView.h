@@ -34,6 +34,10 @@ struct PlacedBox {
     bool operator==(const PlacedBox&) const = default;
 };
 
+struct Picture;
+// A picture takes the left, top, width and height of a placed box.
+void PutPicture(Picture& picture, const PlacedBox& box);
+
 // BoardWidth - (x + w) and BoardHeight - (y + h).
 int MirrorLeft(int x, int w, int boardWidth);
 int MirrorTop(int y, int h, int boardHeight);

@@ -51,10 +51,7 @@ std::string DropLast(const std::string& text, std::size_t count)
 void PlaceVehicle(BoardState& state, int side, int slot, const PlacedBox& box)
 {
     Picture& picture = state.VehiclePicture(side, slot);
-    picture.Left = box.Left;
-    picture.Top = box.Top;
-    picture.Width = box.Width;
-    picture.Height = box.Height;
+    PutPicture(picture, box);
     picture.Visible = true;
     picture.InStock = false;
 }
@@ -107,10 +104,7 @@ void UnloadInCamp(BoardState& state, int side, int slot)
                 state.MinePos(enemy, mine) = CampField(side);
                 const PlacedBox box = CapturedMineBoxOnReturn(view, side, mine);
                 Picture& captured = state.CapturedMinePicture(side, mine);
-                captured.Left = box.Left;
-                captured.Top = box.Top;
-                captured.Width = box.Width;
-                captured.Height = box.Height;
+                PutPicture(captured, box);
                 captured.Visible = true;
                 break;
             }

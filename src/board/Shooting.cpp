@@ -11,14 +11,6 @@ namespace vk {
 
 namespace {
 
-void PutPicture(Picture& picture, const PlacedBox& box)
-{
-    picture.Left = box.Left;
-    picture.Top = box.Top;
-    picture.Width = box.Width;
-    picture.Height = box.Height;
-}
-
 // The jeep's tag on its island: heading w for army 1, o for army 2.
 std::string IslandJeepTag(int side, int prisoners)
 {

@@ -17,10 +17,7 @@ CardOffer Ask(const char* text)
 
 CardOffer OfferAgainstShot(const CompassDeck& deck, int side)
 {
-    const int count = CardCountOf(deck, side);
-    const bool held = (count == 1 && HandSlot(deck, side, 1) == kVrijgeleide) ||
-                      (count == 2 && (HandSlot(deck, side, 1) == kVrijgeleide || HandSlot(deck, side, 2) == kVrijgeleide));
-    if (!held)
+    if (!HandHolds(deck, side, kVrijgeleide))
         return {};
     return Ask("Uw jeep wordt beschoten door de vijand, u beschikt over een vrijgeleide. Wilt u die gebruiken?");
 }
@@ -48,11 +45,7 @@ CardOffer OfferAgainstAmbush(const CompassDeck& deck, int side)
 
 CardOffer ContraAgainstAmbush(const CompassDeck& deck, int side)
 {
-    const int count = CardCountOf(deck, side);
-    const bool held = (count == 1 && HandSlot(deck, side, 1) == kContraSpionage) ||
-                      (count == 2 &&
-                       (HandSlot(deck, side, 1) == kContraSpionage || HandSlot(deck, side, 2) == kContraSpionage));
-    if (!held)
+    if (!HandHolds(deck, side, kContraSpionage))
         return {};
     return Ask("Uw jeep kwam in een hinderlaag terecht, u beschikt over Contra Spionage. Wilt u die gebruiken?");
 }
@@ -136,12 +129,11 @@ ContraOffer ContraOfferAgainstSafeConduct(const CompassDeck& deck, int shooterSi
     if (count == 0) {
         offer.What = ContraOffer::Kind::JeepGoesBack;
         offer.Text = "Uw tegenstander heeft een vrijgeleide voor zijn jeep gebruikt.";
-    } else if (count == 1 && HandSlot(deck, shooterSide, 1) == kContraSpionage) {
+    } else if (count == 1 && HandHolds(deck, shooterSide, kContraSpionage)) {
         offer.What = ContraOffer::Kind::Ask;
         offer.Text = "De jeep beschikt over een vrijgeleide, maar dit kan worden verijdeld mits uw contra spionage. "
                      "Wilt u die gebruiken?";
-    } else if (count == 2 && (HandSlot(deck, shooterSide, 1) == kContraSpionage ||
-                              HandSlot(deck, shooterSide, 2) == kContraSpionage)) {
+    } else if (count == 2 && HandHolds(deck, shooterSide, kContraSpionage)) {
         offer.What = ContraOffer::Kind::Ask;
         offer.Text = "De jeep beschikt over een vrijgeleide, maar dit kan worden verijdeld door uw contra spionage. "
                      "Wilt u die gebruiken?";
@@ -170,11 +162,7 @@ void DestroyJeepInAmbush(BoardState& state, int side)
     state.VehiclePos(side, kJeepSlot) = kOutOfGame;
     Picture& picture = state.VehiclePicture(side, kJeepSlot);
     picture.InStock = side == state.LocalSide;
-    const PlacedBox box = DestroyedVehicleBox(state.BoardSide, side, kJeepSlot);
-    picture.Left = box.Left;
-    picture.Top = box.Top;
-    picture.Width = box.Width;
-    picture.Height = box.Height;
+    PutPicture(picture, DestroyedVehicleBox(state.BoardSide, side, kJeepSlot));
 }
 
 } // namespace vk

@@ -17,12 +17,6 @@ namespace vk {
 
 namespace {
 
-bool AskYesNo(const std::string& title, const std::string& text)
-{
-    return MessageBox(QString::fromStdString(text), BoxButtons::YesNo, BoxIcon::Question,
-                      QString::fromStdString(title)) == BoxResult::Yes;
-}
-
 // Puts the question of a card in hand to the player, who is told first when
 // his window is not the active one.
 bool OfferedAndTaken(Hoofdvenster& w, const CardOffer& offer)
@@ -30,7 +24,7 @@ bool OfferedAndTaken(Hoofdvenster& w, const CardOffer& offer)
     if (!offer.Asked)
         return false;
     TellPlayer(w, Notice::Question);
-    return AskYesNo(offer.Title, offer.Text);
+    return AskYesNo(QString::fromStdString(offer.Text), QString::fromStdString(offer.Title));
 }
 
 void SendAnswer(Hoofdvenster& w, int answer)
@@ -135,7 +129,7 @@ SafeConductAnswer AfterSafeConductUsed(Hoofdvenster& w, int shooterSide)
     case ContraOffer::Kind::ShotGoesOn:
         return SafeConductAnswer::ShotGoesOn;
     case ContraOffer::Kind::Ask:
-        if (AskYesNo(offer.Title, offer.Text)) {
+        if (AskYesNo(QString::fromStdString(offer.Text), title)) {
             TellOpponent(w, kSafeConductBeatenInShot);
             UseContraAgainstSafeConduct(v.Progress.Deck, shooterSide);
             return SafeConductAnswer::ShotGoesOn;

@@ -3,6 +3,7 @@
 #include "cards/DeckMoves.h"
 #include "cards/RadioYambo.h"
 #include "game/GameFiles.h"
+#include "game/GameFlow.h"
 #include "game/PhaseTable.h"
 #include "link/SharedFolderFiles.h"
 #include "shell/Global.h"
@@ -24,12 +25,6 @@ void LogTaking(int card)
 void LogNextCard(const CompassDeck& deck)
 {
     LogLine(QStringLiteral("next compas card is number ") + QString::number(TopCard(deck)));
-}
-
-void WaitPhase(Hoofdvenster& w, int phase)
-{
-    PumpUntil([&w, phase] { return w.V.GamePhase != phase || !w.V.GameRunning; },
-              QStringLiteral("phase ") + QString::number(phase));
 }
 
 // The first draw of a turn goes on at 33, the second ends the turn.
@@ -82,8 +77,7 @@ void GiveUpCard(Hoofdvenster& w)
     w.KK2->SetVisible(true);
     w.cmdKompasSluit->SetVisible(false);
     w.cmdKompasGebruik->SetVisible(false);
-    const QString& tag = w.Personnel->Tag;
-    const int which = tag == QLatin1String("1") ? 1 : tag == QLatin1String("2") ? 2 : tag == QLatin1String("3") ? 3 : 0;
+    const int which = ShownCardSlot(w);
     if (which == 0)
         return;
     const int out = which == 3 ? v.CurrentCard : HandSlot(deck, side, which);
@@ -111,8 +105,8 @@ void UseHandCard(Hoofdvenster& w)
 {
     WindowValues& v = w.V;
     w.cmdStop->SetEnabled(false);
-    const QString& tag = w.Personnel->Tag;
-    const int which = tag == QLatin1String("1") ? 1 : tag == QLatin1String("2") ? 2 : 0;
+    const int slot = ShownCardSlot(w);
+    const int which = slot == 3 ? 0 : slot;
     const int side = v.Board.LocalSide;
     v.CurrentCard = PlayFromHand(v.Progress.Deck, side, which, v.CurrentCard);
     LogAt(QStringLiteral("before rolling the dices, I use personnel card number ") + QString::number(v.CurrentCard) +

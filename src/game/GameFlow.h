@@ -21,6 +21,10 @@ void RunGameSequence(Hoofdvenster& w);
 // One turn of the local player, phase by phase, until phase 39 or a stop.
 void PlayLocalTurn(Hoofdvenster& w);
 
+// Pumps until a handler has moved the phase on from `phase`, or the game
+// has stopped.
+void WaitPhase(Hoofdvenster& w, int phase);
+
 // The dice panel at the start of a turn or a toss.
 void ResetTurnControls(Hoofdvenster& w);
 

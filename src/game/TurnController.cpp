@@ -17,13 +17,6 @@ namespace vk {
 
 namespace {
 
-// Pumps until a handler has moved the phase on, or the game has stopped.
-void WaitPhase(Hoofdvenster& w, int phase)
-{
-    PumpUntil([&w, phase] { return w.V.GamePhase != phase || !w.V.GameRunning; },
-              QStringLiteral("phase ") + QString::number(phase));
-}
-
 PhaseContext ContextOf(const Hoofdvenster& w)
 {
     const WindowValues& v = w.V;
@@ -201,6 +194,12 @@ void EndTurn(Hoofdvenster& w)
 }
 
 } // namespace
+
+void WaitPhase(Hoofdvenster& w, int phase)
+{
+    PumpUntil([&w, phase] { return w.V.GamePhase != phase || !w.V.GameRunning; },
+              QStringLiteral("phase ") + QString::number(phase));
+}
 
 void ResetTurnControls(Hoofdvenster& w)
 {

@@ -1,6 +1,7 @@
 #include "ui/CardPanels.h"
 
 #include "cards/CardInfo.h"
+#include "cards/DeckMoves.h"
 #include "cards/RadioYambo.h"
 #include "shell/Global.h"
 #include "ui/Dialogs.h"
@@ -11,6 +12,15 @@ namespace vk {
 QString CardPicture(int card)
 {
     return Global().ProgramFolder + QString::fromStdString(CardPictureName(card));
+}
+
+int ShownCardSlot(const Hoofdvenster& w)
+{
+    const QString& tag = w.Personnel->Tag;
+    for (int slot = 1; slot <= 3; ++slot)
+        if (tag == QString::number(slot))
+            return slot;
+    return 0;
 }
 
 void ShowPersonnelPicture(Hoofdvenster& w, int card)
@@ -36,15 +46,10 @@ void ShowRadioYamboCard(Hoofdvenster& w, int card)
 void cmd_Info_Click(Hoofdvenster& w)
 {
     const WindowValues& v = w.V;
-    const QString& tag = w.Personnel->Tag;
-    int card = 0;
-    const auto& hand = v.Progress.Deck.CardHand[static_cast<std::size_t>(v.Board.LocalSide - 1)];
-    if (tag == QLatin1String("1"))
-        card = hand[0];
-    else if (tag == QLatin1String("2"))
-        card = hand[1];
-    else if (tag == QLatin1String("3"))
-        card = v.CurrentCard;
+    const int slot = ShownCardSlot(w);
+    const int card = slot == 3 ? v.CurrentCard
+                     : slot > 0 ? HandSlot(v.Progress.Deck, v.Board.LocalSide, slot)
+                                : 0;
     const std::optional<CardInfoText> info = PersonnelCardInfo(card);
     if (!info)
         return;

@@ -14,6 +14,10 @@ class Hoofdvenster;
 // The picture of compass card 1..32 in the program folder.
 QString CardPicture(int card);
 
+// Which card the Personnel panel shows, by its tag: 1 or 2 for that hand
+// slot, 3 for the card just drawn, 0 for any other tag.
+int ShownCardSlot(const Hoofdvenster& w);
+
 // Shows Personnel card `card` in the panel, whose tag tells which card it is:
 // "1" or "2" for a hand slot, "3" for the card just drawn.
 void ShowPersonnelCard(Hoofdvenster& w, int card, const QString& tag);

@@ -97,6 +97,11 @@ BoxResult MessageBox(const QString& text, BoxButtons buttons, BoxIcon icon, cons
     return BoxResult::Ok;
 }
 
+bool AskYesNo(const QString& text, const QString& title)
+{
+    return MessageBox(text, BoxButtons::YesNo, BoxIcon::Question, title) == BoxResult::Yes;
+}
+
 QString AskFolder(const QString& title, const QString& startFolder)
 {
     QWidget* parent = DialogParent() && DialogParent()->isVisible() ? DialogParent().data() : nullptr;

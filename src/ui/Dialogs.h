@@ -21,6 +21,9 @@ enum class BoxResult { Ok, Yes, No };
 BoxResult MessageBox(const QString& text, BoxButtons buttons = BoxButtons::Ok, BoxIcon icon = BoxIcon::None,
                      const QString& title = QString());
 
+// A question box with Yes and No; true for Yes.
+bool AskYesNo(const QString& text, const QString& title);
+
 // The folder picker; returns the chosen folder, or an empty text on cancel.
 QString AskFolder(const QString& title, const QString& startFolder = QString());
 
