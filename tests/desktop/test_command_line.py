@@ -18,7 +18,7 @@ import unittest
 sys.dont_write_bytecode = True
 sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "e2e"))
 
-from valkenhorn_session import Session, XServer  # noqa: E402
+from valkenhorn_session import Session, XServer, run_tests  # noqa: E402
 
 PROGRAM = None
 VERSION = None
@@ -151,11 +151,7 @@ def main():
     PROGRAM = os.path.abspath(sys.argv[1])
     VERSION = sys.argv[2]
     names = sys.argv[3:]
-    loader = unittest.defaultTestLoader
-    suite = (loader.loadTestsFromNames(names, sys.modules[__name__]) if names
-             else loader.loadTestsFromModule(sys.modules[__name__]))
-    result = unittest.TextTestRunner(verbosity=2).run(suite)
-    return 0 if result.wasSuccessful() else 1
+    return run_tests(sys.modules[__name__], names)
 
 
 if __name__ == "__main__":

@@ -26,7 +26,7 @@ sys.dont_write_bytecode = True
 sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "e2e"))
 
 from link_session import GREEN, presence_pattern, read_settings  # noqa: E402
-from valkenhorn_session import XServer  # noqa: E402
+from valkenhorn_session import XServer, run_tests  # noqa: E402
 from xwindow import XDisplay  # noqa: E402
 
 PROGRAM = None
@@ -300,11 +300,7 @@ def main():
         return 2
     PROGRAM = os.path.abspath(sys.argv[1])
     names = sys.argv[2:]
-    loader = unittest.defaultTestLoader
-    suite = (loader.loadTestsFromNames(names, sys.modules[__name__]) if names
-             else loader.loadTestsFromModule(sys.modules[__name__]))
-    result = unittest.TextTestRunner(verbosity=2).run(suite)
-    return 0 if result.wasSuccessful() else 1
+    return run_tests(sys.modules[__name__], names)
 
 
 if __name__ == "__main__":

@@ -24,7 +24,7 @@ import xml.etree.ElementTree as ElementTree
 sys.dont_write_bytecode = True
 sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "e2e"))
 
-from valkenhorn_session import Session, XServer  # noqa: E402
+from valkenhorn_session import Session, XServer, run_tests  # noqa: E402
 
 BUILD = VERSION = CMAKE = CPACK = None
 APP_ID = "nl.valkenhorn.Valkenhorn"
@@ -256,15 +256,7 @@ def main():
         return 2
     BUILD, VERSION, CMAKE, CPACK = os.path.abspath(sys.argv[1]), sys.argv[2], sys.argv[3], sys.argv[4]
     names = sys.argv[5:]
-    loader = unittest.defaultTestLoader
-    suite = (loader.loadTestsFromNames(names, sys.modules[__name__]) if names
-             else loader.loadTestsFromModule(sys.modules[__name__]))
-    result = unittest.TextTestRunner(verbosity=2).run(suite)
-    if not result.wasSuccessful():
-        return 1
-    if result.skipped and len(result.skipped) == result.testsRun:
-        return 77
-    return 0
+    return run_tests(sys.modules[__name__], names)
 
 
 if __name__ == "__main__":

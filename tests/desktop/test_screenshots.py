@@ -27,6 +27,7 @@ SCRIPT = os.path.join(TOP, "scripts", "screenshots.py")
 sys.path.insert(0, os.path.join(TOP, "scripts"))
 
 import screenshots  # noqa: E402
+from valkenhorn_session import run_tests  # noqa: E402
 
 PROGRAM = None
 # The least size of the main window: 25545 x 13800 twips.
@@ -168,11 +169,7 @@ def main():
         return 2
     PROGRAM = os.path.abspath(sys.argv[1])
     names = sys.argv[2:]
-    loader = unittest.defaultTestLoader
-    suite = (loader.loadTestsFromNames(names, sys.modules[__name__]) if names
-             else loader.loadTestsFromModule(sys.modules[__name__]))
-    result = unittest.TextTestRunner(verbosity=2).run(suite)
-    return 0 if result.wasSuccessful() else 1
+    return run_tests(sys.modules[__name__], names)
 
 
 if __name__ == "__main__":

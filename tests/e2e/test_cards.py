@@ -29,7 +29,7 @@ from game_session import (HQ, JEEP, TANK, SEPARATOR_56, FolderWatch, GameCopy, a
                           new_game_sections, opponent_action_lines, own_action_lines, position_differences,
                           set_army_value, set_vehicle, veh_key)
 from test_game import SKIP, TURN_ENDED, YOUR_TURN, Act, GameTest, Turn, Victory  # noqa: E402
-from valkenhorn_session import XServer  # noqa: E402
+from valkenhorn_session import XServer, run_tests  # noqa: E402
 
 KANON = 1
 
@@ -1076,13 +1076,7 @@ def main():
         sys.stderr.write(__doc__)
         return 2
     test_game.PROGRAM = os.path.abspath(sys.argv[1])
-    suite = unittest.defaultTestLoader.loadTestsFromNames(sys.argv[2:], sys.modules[__name__])
-    result = unittest.TextTestRunner(verbosity=2).run(suite)
-    if not result.wasSuccessful():
-        return 1
-    if result.skipped and len(result.skipped) == result.testsRun:
-        return 77
-    return 0
+    return run_tests(sys.modules[__name__], sys.argv[2:])
 
 
 if __name__ == "__main__":

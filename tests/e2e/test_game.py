@@ -31,7 +31,7 @@ from game_session import (ANCHORS, CAMP, CAMP_PLACES, COMMANDO, DIE_CONTROLS, FL
                           new_game_sections, opponent_action_lines, own_action_lines, position_differences, rect_of,
                           seen_from_the_other_side, set_army_value, set_vehicle, veh_key, vehicle_on_field)
 from link_session import local_ids, wait_files  # noqa: E402
-from valkenhorn_session import XServer, format_board_text, is_rotation  # noqa: E402
+from valkenhorn_session import XServer, format_board_text, is_rotation, run_tests  # noqa: E402
 
 PROGRAM = None
 
@@ -965,13 +965,7 @@ def main():
         sys.stderr.write(__doc__)
         return 2
     PROGRAM = os.path.abspath(sys.argv[1])
-    suite = unittest.defaultTestLoader.loadTestsFromNames(sys.argv[2:], sys.modules[__name__])
-    result = unittest.TextTestRunner(verbosity=2).run(suite)
-    if not result.wasSuccessful():
-        return 1
-    if result.skipped and len(result.skipped) == result.testsRun:
-        return 77
-    return 0
+    return run_tests(sys.modules[__name__], sys.argv[2:])
 
 
 if __name__ == "__main__":

@@ -24,7 +24,7 @@ sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
 from link_session import (GREEN, RED, LinkCopy, connected_board_text, files_in, line_pattern,  # noqa: E402
                           local_ids, message_bytes, presence_pattern, read_when_whole, rename_pattern, wait_files,
                           write_settings)
-from valkenhorn_session import XServer, format_board_text, is_rotation  # noqa: E402
+from valkenhorn_session import XServer, format_board_text, is_rotation, run_tests  # noqa: E402
 
 PROGRAM = None
 
@@ -1163,13 +1163,7 @@ def main():
         sys.stderr.write(__doc__)
         return 2
     PROGRAM = os.path.abspath(sys.argv[1])
-    suite = unittest.defaultTestLoader.loadTestsFromNames(sys.argv[2:], sys.modules[__name__])
-    result = unittest.TextTestRunner(verbosity=2).run(suite)
-    if not result.wasSuccessful():
-        return 1
-    if result.skipped and len(result.skipped) == result.testsRun:
-        return 77
-    return 0
+    return run_tests(sys.modules[__name__], sys.argv[2:])
 
 
 if __name__ == "__main__":

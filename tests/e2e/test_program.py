@@ -20,7 +20,7 @@ sys.dont_write_bytecode = True
 sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
 
 from valkenhorn_session import (SEPARATOR_53, Session, XServer, format_board_text, is_rotation,  # noqa: E402
-                                listening_unix_sockets, png_size)
+                                listening_unix_sockets, png_size, run_tests)
 from link_session import write_settings  # noqa: E402
 from xwindow import XDisplay  # noqa: E402
 
@@ -582,13 +582,7 @@ def main():
         sys.stderr.write(__doc__)
         return 2
     PROGRAM = os.path.abspath(sys.argv[1])
-    suite = unittest.defaultTestLoader.loadTestsFromNames(sys.argv[2:], sys.modules[__name__])
-    result = unittest.TextTestRunner(verbosity=2).run(suite)
-    if not result.wasSuccessful():
-        return 1
-    if result.skipped and len(result.skipped) == result.testsRun:
-        return 77
-    return 0
+    return run_tests(sys.modules[__name__], sys.argv[2:])
 
 
 if __name__ == "__main__":

@@ -18,6 +18,7 @@ sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
 import test_game  # noqa: E402
 from game_session import HQ, TANK, parse_position, position_differences  # noqa: E402
 from test_game import CLOSING_TEXT, SKIP, Act, GameTest, Turn  # noqa: E402
+from valkenhorn_session import run_tests  # noqa: E402
 
 STOP_TITLE = "Spel stoppen?"
 STOP_TEXT = "Bent u zeker dat u het huidig spel wilt stoppen?"
@@ -232,9 +233,7 @@ def main():
         print("usage: test_stop.py PROGRAM Class[.method] ...", file=sys.stderr)
         return 2
     test_game.PROGRAM = os.path.abspath(sys.argv[1])
-    suite = unittest.defaultTestLoader.loadTestsFromNames(sys.argv[2:], sys.modules[__name__])
-    result = unittest.TextTestRunner(verbosity=2).run(suite)
-    return 0 if result.wasSuccessful() else 1
+    return run_tests(sys.modules[__name__], sys.argv[2:])
 
 
 if __name__ == "__main__":

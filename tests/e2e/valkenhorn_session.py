@@ -15,6 +15,7 @@ import socket
 import subprocess
 import tempfile
 import time
+import unittest
 
 TIME_SCALE = "0.05"
 SEPARATOR_53 = "-" * 53
@@ -330,3 +331,17 @@ def png_size(path):
     if len(head) < 24 or head[:8] != b"\x89PNG\r\n\x1a\n" or head[12:16] != b"IHDR":
         return None
     return int.from_bytes(head[16:20], "big"), int.from_bytes(head[20:24], "big")
+
+
+def run_tests(module, names):
+    """Runs the tests `names` (Class or Class.method) of `module`, all of them
+    when none are named: exit code 0 when all pass, 1 on a failure, 77 when
+    every test ran was skipped (ctest's "Skipped")."""
+    loader = unittest.defaultTestLoader
+    suite = loader.loadTestsFromNames(names, module) if names else loader.loadTestsFromModule(module)
+    result = unittest.TextTestRunner(verbosity=2).run(suite)
+    if not result.wasSuccessful():
+        return 1
+    if result.skipped and len(result.skipped) == result.testsRun:
+        return 77
+    return 0
