@@ -38,8 +38,9 @@ void PersonnelWarning(const QString& text)
     MessageBox(text, BoxButtons::Ok, BoxIcon::Warning, QStringLiteral("Personnel kaart"));
 }
 
-// A click on a miniature: the card of `tag` shown in the panel.
-void OpenCard(Hoofdvenster& w, PhaseEvent event, const QString& tag)
+// A click on a miniature: hand slot 1 or 2, or 3 for the card just drawn,
+// shown in the panel.
+void OpenCard(Hoofdvenster& w, PhaseEvent event, int slot)
 {
     WindowValues& v = w.V;
     const int next = NextPhase(event, v.GamePhase);
@@ -55,13 +56,8 @@ void OpenCard(Hoofdvenster& w, PhaseEvent event, const QString& tag)
         c->SetEnabled(true);
     }
     w.cmdEindeBeurt->SetEnabled(false);
-    const int side = v.Board.LocalSide;
-    int card = v.CurrentCard;
-    if (tag == QLatin1String("1"))
-        card = HandSlot(v.Progress.Deck, side, 1);
-    else if (tag == QLatin1String("2"))
-        card = HandSlot(v.Progress.Deck, side, 2);
-    ShowPersonnelCard(w, card, tag);
+    w.Personnel->Tag = QString::number(slot);
+    ShowPersonnelPicture(w, ShownCard(w));
 }
 
 // The choice among three made: the panel closes, ".pnc" tells the opponent,
@@ -210,17 +206,17 @@ void PlayRadioYambo(Hoofdvenster& w)
 
 void KK1_Click(Hoofdvenster& w)
 {
-    OpenCard(w, PhaseEvent::HandCard, QStringLiteral("1"));
+    OpenCard(w, PhaseEvent::HandCard, 1);
 }
 
 void KK2_Click(Hoofdvenster& w)
 {
-    OpenCard(w, PhaseEvent::HandCard, QStringLiteral("2"));
+    OpenCard(w, PhaseEvent::HandCard, 2);
 }
 
 void KK3_Click(Hoofdvenster& w)
 {
-    OpenCard(w, PhaseEvent::NewCard, QStringLiteral("3"));
+    OpenCard(w, PhaseEvent::NewCard, 3);
 }
 
 void OpponentDrewRadioYambo(Hoofdvenster& w, const QString& file)

@@ -23,17 +23,20 @@ int ShownCardSlot(const Hoofdvenster& w)
     return 0;
 }
 
+int ShownCard(const Hoofdvenster& w)
+{
+    const WindowValues& v = w.V;
+    const int slot = ShownCardSlot(w);
+    if (slot == 3)
+        return v.CurrentCard;
+    return slot > 0 ? HandSlot(v.Progress.Deck, v.Board.LocalSide, slot) : 0;
+}
+
 void ShowPersonnelPicture(Hoofdvenster& w, int card)
 {
     w.imgPersTekst->SetPicture(CardPicture(card));
     w.Personnel->SetVisible(true);
     w.Personnel->raise();
-}
-
-void ShowPersonnelCard(Hoofdvenster& w, int card, const QString& tag)
-{
-    w.Personnel->Tag = tag;
-    ShowPersonnelPicture(w, card);
 }
 
 void ShowRadioYamboCard(Hoofdvenster& w, int card)
@@ -45,12 +48,7 @@ void ShowRadioYamboCard(Hoofdvenster& w, int card)
 
 void cmd_Info_Click(Hoofdvenster& w)
 {
-    const WindowValues& v = w.V;
-    const int slot = ShownCardSlot(w);
-    const int card = slot == 3 ? v.CurrentCard
-                     : slot > 0 ? HandSlot(v.Progress.Deck, v.Board.LocalSide, slot)
-                                : 0;
-    const std::optional<CardInfoText> info = PersonnelCardInfo(card);
+    const std::optional<CardInfoText> info = PersonnelCardInfo(ShownCard(w));
     if (!info)
         return;
     MessageBox(QString::fromUtf8(info->Text), BoxButtons::Ok, BoxIcon::Information, QString::fromUtf8(info->Title));

@@ -17,10 +17,10 @@ QString CardPicture(int card);
 // Which card the Personnel panel shows, by its tag: 1 or 2 for that hand
 // slot, 3 for the card just drawn, 0 for any other tag.
 int ShownCardSlot(const Hoofdvenster& w);
+// The card of that slot: the local hand's slot 1 or 2, CurrentCard for 3,
+// 0 for any other tag.
+int ShownCard(const Hoofdvenster& w);
 
-// Shows Personnel card `card` in the panel, whose tag tells which card it is:
-// "1" or "2" for a hand slot, "3" for the card just drawn.
-void ShowPersonnelCard(Hoofdvenster& w, int card, const QString& tag);
 // Shows the picture of `card` in the Personnel panel, the tag left as it is.
 void ShowPersonnelPicture(Hoofdvenster& w, int card);
 // Shows Radio Yambo card `card`.

@@ -264,7 +264,8 @@ TEST_F(CardsTest, ACardOfTheHandIsShownBeforeTheDiceAndClosedAgain)
 TEST_F(CardsTest, InformationOfTheCardShown)
 {
     Hand(1, {28});
-    ShowPersonnelCard(W(), 28, QStringLiteral("1"));
+    W().Personnel->Tag = QStringLiteral("1");
+    ShowPersonnelPicture(W(), 28);
     Run([this] { W().cmd_Info->click(); });
     ASSERT_EQ(boxes.size(), 1);
     EXPECT_EQ(boxes[0], QStringLiteral("Info: Militaire Politie|Deze kaart is geen aanval op de Jeep maar een "
@@ -290,7 +291,8 @@ TEST_F(CardsTest, TheRadioYamboCardMovesBetweenTheRightEdgeAndTheMiddle)
 
 TEST_F(CardsTest, APersonnelCardClosesByDoubleClickOnlyWhenShownFromTheOtherHand)
 {
-    ShowPersonnelCard(W(), 22, QStringLiteral("1"));
+    W().Personnel->Tag = QStringLiteral("1");
+    ShowPersonnelPicture(W(), 22);
     W().imgPersTekst->Mouse.DblClick();
     EXPECT_TRUE(W().Personnel->Visible());
     W().imgPersTekst->Tag = QStringLiteral("DK");
