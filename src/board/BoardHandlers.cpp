@@ -205,6 +205,11 @@ void BoardDoubleClick(Hoofdvenster& w)
     const int field = FieldAt(v.MouseX, v.MouseY, ViewOf(v.Board));
     if (field == kNoField)
         return;
+    if (v.PersonnelRunning) {
+        // The pick of a Personnel card: the card's own loop judges it.
+        v.PickedField = field;
+        return;
+    }
     StoreDestination(v, field);
     if (!IsOwnTurn(v) || v.GamePhase < 7 || v.GamePhase > 26)
         return;
@@ -243,6 +248,14 @@ void MineDoubleClick(Hoofdvenster& w, int side, int mine)
     WindowValues& v = w.V;
     if (v.InputLock)
         return;
+    // A Personnel card's field pick takes the mine's field as well.
+    if (v.PersonnelRunning) {
+        const TwipPoint centre = HitCentre(ViewOf(v.Board), v.Board.MinePos(side, mine));
+        v.MouseX = centre.X;
+        v.MouseY = centre.Y;
+        BoardDoubleClick(w);
+        return;
+    }
     switch (v.GamePhase) {
     case 7: case 8: case 16: case 17: case 25: case 26: v.Act.ActCode[0] = 4; break;
     case 12: case 13: case 21: case 22: v.Act.ActCode[1] = 4; break;

@@ -95,6 +95,24 @@ void UseContraAgainstAmbush(CompassDeck& deck, int side)
     }
 }
 
+bool ContraOfferedAgainstPersonnel(const CompassDeck& deck, int side)
+{
+    constexpr int kContraValueInMessage = 4;
+    const int count = CardCountOf(deck, side);
+    if (count == 1)
+        return HandSlot(deck, side, 1) == kContraValueInMessage;
+    if (count == 2)
+        return HandSlot(deck, side, 1) == kContraValueInMessage || HandSlot(deck, side, 2) == kContraValueInMessage;
+    return false;
+}
+
+void UseContraAgainstPersonnel(CompassDeck& deck, int side)
+{
+    PushToBottom(deck, kContraSpionage);
+    CloseUpOver(deck, side, kContraSpionage);
+    CardCountOf(deck, side) -= 1;
+}
+
 void MirrorCardUsedAgainstAsker(CompassDeck& deck, int side, int card)
 {
     PushToBottom(deck, card);

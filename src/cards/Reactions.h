@@ -52,6 +52,15 @@ void UseSafeConduct(CompassDeck& deck, int side);
 // other one, while the asking copy puts 24 under its deck.
 void UseContraAgainstAmbush(CompassDeck& deck, int side);
 
+// Whether a Personnel card received may be answered with Contra spionage:
+// a hand slot (among the counted ones) holding 4, the card's value in a
+// ".pnu", not 24, the number a hand holds. A dealt hand never holds 4, so
+// the offer stays a dormant path.
+bool ContraOfferedAgainstPersonnel(const CompassDeck& deck, int side);
+// A Yes to that offer: 24 goes under the deck, a first slot holding 24 takes
+// the second slot's card, and the count drops by 1.
+void UseContraAgainstPersonnel(CompassDeck& deck, int side);
+
 // The asking side's mirror of a card used against it (answer 2): `card` goes
 // under the deck, a first slot holding it is overwritten by the second, and
 // the count of `side` falls by 1.

@@ -4,6 +4,7 @@
 #include "cards/RadioYambo.h"
 #include "game/GameFiles.h"
 #include "game/GameFlow.h"
+#include "game/PersonnelPlay.h"
 #include "game/PhaseTable.h"
 #include "link/SharedFolderFiles.h"
 #include "shell/Global.h"
@@ -85,10 +86,6 @@ void GiveUpCard(Hoofdvenster& w)
     RotateTopToBottom(deck);
     LogNextCard(deck);
 }
-
-// What a Personnel card played before the dice does: its picks on the board
-// and the conversation with the opponent join here.
-void PlayPersonnel(Hoofdvenster&) {}
 
 // What a Radio Yambo card does to the game; the drawer's and the other
 // copy's part of each card join here.

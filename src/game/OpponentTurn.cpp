@@ -8,6 +8,7 @@
 #include "game/ActionReplay.h"
 #include "game/CardConversation.h"
 #include "game/CompassDraw.h"
+#include "game/PersonnelReceived.h"
 #include "game/SavedGame.h"
 #include "link/SharedFolderFiles.h"
 #include "shell/Clock.h"
@@ -300,6 +301,10 @@ PassResult Pass(Hoofdvenster& w)
             OpponentKeptPersonnel(w, file);
             result = PassResult::Handled;
             break;
+        case MessageKindId::PersonnelUsed:
+            OpponentPlayedPersonnel(w, file);
+            result = PassResult::Handled;
+            break;
         case MessageKindId::PersonnelDealt:
             OpponentDealtThirdCard(w, file);
             result = PassResult::Handled;
@@ -309,8 +314,8 @@ PassResult Pass(Hoofdvenster& w)
             result = PassResult::Handled;
             break;
         default:
-            // The choice of a Radio Yambo card and a Personnel card played
-            // before the dice are read by the cards that send them.
+            // The choice of a Radio Yambo card is read by the card that
+            // sends it.
             break;
         }
     }

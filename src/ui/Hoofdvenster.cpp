@@ -3,6 +3,7 @@
 #include "board/BoardState.h"
 #include "shell/FaultReport.h"
 #include "shell/Global.h"
+#include "shell/RunTimeFault.h"
 #include "ui/Dialogs.h"
 #include "ui/MessageBoard.h"
 
@@ -286,6 +287,14 @@ void Hoofdvenster::BuildPanels()
         image->Move(90 + (i % 5) * 180, 300 + (i / 5) * 330, 120, 120);
         Image2[static_cast<size_t>(i)] = image;
     }
+}
+
+ImageControl& Hoofdvenster::Voertuig(int side, int slot) const
+{
+    CheckIndex(side, 1, 2, "Side");
+    const char* array = side == 1 ? "Voertuig_1" : "Voertuig_2";
+    CheckIndex(slot, 0, static_cast<int>(Voertuig_1.size()) - 1, array);
+    return *(side == 1 ? Voertuig_1 : Voertuig_2)[static_cast<std::size_t>(slot)];
 }
 
 void Hoofdvenster::Move(int left, int top, int width, int height)

@@ -56,6 +56,9 @@ public:
     PanelControl* Vlagdekking_2;
     std::array<ImageControl*, 11> Voertuig_1;
     std::array<ImageControl*, 11> Voertuig_2;
+    // Member `slot` of Voertuig_1 or Voertuig_2; a slot outside 0..10 has no
+    // control and raises the program's run-time fault.
+    ImageControl& Voertuig(int side, int slot) const;
     std::array<ImageControl*, 5> Mijn_1;
     std::array<ImageControl*, 5> Mijn_1_2;
     std::array<ImageControl*, 5> Mijn_2;

@@ -2,7 +2,7 @@
 // choice among three Personnel cards, the opponent's draws as his files tell
 // them, and both sides of the questions about the jeep.
 
-#include "GameplayFixture.h"
+#include "CardsFixture.h"
 
 #include "board/VehicleTag.h"
 #include "cards/DeckMoves.h"
@@ -14,64 +14,6 @@
 
 namespace vk::test {
 namespace {
-
-class CardsTest : public GameplayTest {
-protected:
-    void SetUp() override
-    {
-        GameplayTest::SetUp();
-        StartGame(1, 5);
-        autoConsume = true;
-        CompassDeck& deck = V().Progress.Deck;
-        std::iota(deck.CompassStack.begin(), deck.CompassStack.begin() + CompassCardCount, 1);
-        deck.StackPoint = CompassCardCount;
-    }
-    CompassDeck& Deck() { return V().Progress.Deck; }
-    // Puts `cards` on top of the deck, the first on top.
-    void OnTop(std::initializer_list<int> cards)
-    {
-        int at = Deck().StackPoint - 1;
-        for (int card : cards) {
-            auto end = Deck().CompassStack.begin() + Deck().StackPoint;
-            std::swap(*std::find(Deck().CompassStack.begin(), end, card), Deck().CompassStack[static_cast<std::size_t>(at)]);
-            --at;
-        }
-    }
-    // Takes `cards` out of the deck into the hand of `side`.
-    void Hand(int side, std::initializer_list<int> cards)
-    {
-        for (int card : cards) {
-            OnTop({card});
-            KeepPersonnel(Deck(), side);
-        }
-    }
-    void EndOfTurnWithDraws(int owed)
-    {
-        B().CompassOwed = owed;
-        B().PendingDraws = owed;
-        V().GamePhase = 27;
-    }
-    // The nth own file of that kind the opponent took; one written right at
-    // the end of a body is taken here.
-    const Sent* SentFile(const char* extension, int nth = 0)
-    {
-        if (FileExists(OwnPath(extension))) {
-            const QByteArray raw = Text(OwnPath(extension));
-            consumed.push_back(Sent{QString::fromLatin1(extension), Consume(OwnPath(extension)), raw});
-        }
-        for (const Sent& sent : consumed)
-            if (sent.Extension == QLatin1String(extension) && nth-- == 0)
-                return &sent;
-        return nullptr;
-    }
-    void ReadBoardMessages()
-    {
-        everyTick = [] {
-            if (Waiting() == QStringLiteral("Radio Yambo card read"))
-                Global().BoardText.clear();
-        };
-    }
-};
 
 const QString kKept = QStringLiteral("Personnel kaart|U hebt een Personnel kaart getrokken. U kan die bekijken vanaf "
                                      "het begin van uw volgende beurt.");
