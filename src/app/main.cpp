@@ -83,6 +83,9 @@ void InsertGameState(QVariantMap& state, const vk::Hoofdvenster& window)
     state.insert(QStringLiteral("CompassOwed"), v.Board.CompassOwed);
     state.insert(QStringLiteral("CardAnnulled"), v.CardAnnulled);
     state.insert(QStringLiteral("VrijgeleideHeld"), v.VrijgeleideHeld);
+    state.insert(QStringLiteral("PersonnelRunning"), v.PersonnelRunning);
+    state.insert(QStringLiteral("PickedVehicle"), v.PickedVehicle);
+    state.insert(QStringLiteral("PickedField"), v.PickedField);
     QVariantList cells;
     for (int field = vk::kFirstRoadField; field <= vk::kLastRoadField; ++field)
         cells << v.Board.BoardCell(field);
