@@ -163,7 +163,8 @@ INSTANTIATE_TEST_SUITE_P(Verwerp, ThirdCardTest,
 
 TEST_F(CardsTest, ACardOfTheHandIsShownBeforeTheDiceAndClosedAgain)
 {
-    Hand(1, {30, 22});
+    // Contra spionage, played before the dice, is spent at once.
+    Hand(1, {24, 22});
     V().GamePhase = 0;
     AtPhase(0, "the turn starts with two cards", [&] {
         EXPECT_EQ(Global().BoardText, Board(text::kTurnStartWithCard));
@@ -198,9 +199,9 @@ TEST_F(CardsTest, ACardOfTheHandIsShownBeforeTheDiceAndClosedAgain)
     PlayTurn();
     EXPECT_EQ(Deck().CardHand[0], (std::array<int, 2>{22, 0}));
     EXPECT_EQ(Deck().CardCount[0], 1);
-    EXPECT_EQ(Deck().CompassStack[0], 30) << "a card played goes under the deck first";
+    EXPECT_EQ(Deck().CompassStack[0], 24) << "a card played goes under the deck first";
     EXPECT_EQ(Deck().StackPoint, 31);
-    EXPECT_TRUE(Logged(QStringLiteral("before rolling the dices, I use personnel card number 30 at ")));
+    EXPECT_TRUE(Logged(QStringLiteral("before rolling the dices, I use personnel card number 24 at ")));
 }
 
 TEST_F(CardsTest, InformationOfTheCardShown)

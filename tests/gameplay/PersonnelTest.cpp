@@ -244,6 +244,117 @@ TEST_F(PersonnelTest, MineClearanceTakesTheEnemysMineFromItsPicture)
     EXPECT_EQ(B().MinePos(1, 0), 42);
 }
 
+// --- Hinderlaag ---
+
+class AmbushTest : public PersonnelTest {
+protected:
+    // Army 2's jeep with two companies behind army 2's forward posts.
+    void SetUp() override
+    {
+        PersonnelTest::SetUp();
+        Hand(1, {25});
+        PutOnField(2, kJeepSlot, 98, 0);
+        B().VehicleCompanies(2, kJeepSlot) = 2;
+        B().CampCompanies(2) -= 2;
+        B().VehicleTag(2, kJeepSlot) = "jeep_2_2_o";
+        UseAtTurnStart(1);
+        ReadCard("hinderlaag");
+    }
+    // The jeep picked after a vehicle in front of the posts was refused.
+    void PickTheJeep()
+    {
+        PickVehicle("dubbelklik op het vijandelijk voertuig dat in de hinderlaag terecht kwam en moet worden "
+                    "vernietigd",
+                    {{2, 0}, {1, 3}}, 2, kJeepSlot);
+    }
+    // Each question the opponent is asked gets its answer, in order.
+    void Answers(std::vector<int> answers)
+    {
+        for (std::size_t i = 0; i < answers.size(); ++i)
+            When("question answered", [this, i] { return SentFile(".ask", static_cast<int>(i)) != nullptr; },
+                 [this, a = answers[i]] {
+                     Publish(TheirPath(".ans"), "[GENERAL]\r\nANSWER=" + QByteArray::number(a) + "\r\n");
+                 });
+    }
+    QByteArray Question(int nth) { return SentFile(".ask", nth) ? SentFile(".ask", nth)->Raw : QByteArray(); }
+    static QByteArray Asked(int question) { return "[GENERAL]\r\nQUESTION=" + QByteArray::number(question) + "\r\n"; }
+    void ExpectJeepDestroyed()
+    {
+        EXPECT_EQ(B().VehiclePos(2, kJeepSlot), 0);
+        EXPECT_EQ(B().BoardCell(98), 0);
+        EXPECT_EQ(B().ReserveCompanies(2), 12);
+        EXPECT_EQ(B().VehicleTag(2, kJeepSlot), "jeep_2_0_o");
+        EXPECT_EQ(BoxOf(B().VehiclePicture(2, kJeepSlot)), (PlacedBox{120, 1095 + 4800, 750, 330}));
+        EXPECT_FALSE(FileExists(OwnPath(".pnu"))) << "the jeep's ambush is asked, not announced";
+    }
+};
+
+TEST_F(AmbushTest, NoVrijgeleideAndNoContraSpionageLoseTheJeep)
+{
+    PickTheJeep();
+    Answers({1, 1});
+    EndTurnAtPhase3();
+    PlayTurn();
+    EXPECT_EQ(Question(0), Asked(4));
+    EXPECT_EQ(Question(1), Asked(6));
+    ExpectJeepDestroyed();
+}
+
+TEST_F(AmbushTest, AVrijgeleideBeatenByTheOneContraSpionageInHand)
+{
+    Hand(1, {24});
+    Hand(2, {29});
+    yesTo << QStringLiteral("Jeep heeft vrijgeleide!");
+    PickTheJeep();
+    Answers({2});
+    EndTurnAtPhase3();
+    PlayTurn();
+    EXPECT_EQ(Question(0), Asked(4));
+    EXPECT_EQ(Question(1), Asked(5));
+    EXPECT_TRUE(boxes.contains(QStringLiteral("Jeep heeft vrijgeleide!|De jeep beschikt over een vrijgeleide, maar dit "
+                                              "kan worden verijdeld mits uw contra spionage. Wilt u die gebruiken?")));
+    EXPECT_FALSE(V().VrijgeleideHeld);
+    EXPECT_EQ(Deck().CardCount, (std::array<int, 2>{0, 0}));
+    EXPECT_EQ(Deck().CompassStack[0], 24);
+    ExpectJeepDestroyed();
+}
+
+TEST_F(AmbushTest, AVrijgeleideThatStandsSendsTheJeepBack)
+{
+    Hand(1, {21}); // no Contra spionage left to offer
+    Hand(2, {29});
+    PickTheJeep();
+    Answers({2});
+    EndTurnAtPhase3();
+    PlayTurn();
+    EXPECT_EQ(Question(1), Asked(3));
+    EXPECT_TRUE(boxes.contains(QStringLiteral("Jeep heeft vrijgeleide!|Uw tegenstander heeft een vrijgeleide voor zijn "
+                                              "jeep gebruikt.")));
+    EXPECT_EQ(B().VehiclePos(2, kJeepSlot), 118);
+    EXPECT_EQ(B().CampCompanies(2), 15);
+    EXPECT_EQ(B().VehicleTag(2, kJeepSlot), "jeep_2_0_o");
+    EXPECT_EQ(Deck().CardHand[0], (std::array<int, 2>{21, 0}));
+}
+
+TEST_F(AmbushTest, AnotherVehicleIsAnnouncedAndDestroyedBesideTheBoard)
+{
+    PutOnField(2, 6, 104, 2);
+    B().MinePos(2, 1) = -6;
+    B().VehicleTag(2, 6) = "commando_2_2_1_o";
+    PickVehicle("dubbelklik op het vijandelijk voertuig dat in de hinderlaag terecht kwam en moet worden vernietigd",
+                {}, 2, 6);
+    AnswerAnnouncement(1);
+    EndTurnAtPhase3();
+    PlayTurn();
+    EXPECT_TRUE(announced.startsWith("[GENERAL]\r\nCARD=5\r\nV1=6\r\n")) << announced.constData();
+    EXPECT_EQ(B().VehiclePos(2, 6), 0);
+    EXPECT_EQ(B().BoardCell(104), 0);
+    EXPECT_EQ(B().VehicleTag(2, 6), "commando_2_0_0_o");
+    EXPECT_EQ(B().MinePos(2, 1), 116);
+    EXPECT_EQ(BoxOf(B().VehiclePicture(2, 6)), (PlacedBox{120, 1095 + 6 * 480, 750, 330}));
+    EXPECT_FALSE(B().VehiclePicture(2, 6).InStock);
+}
+
 // --- received ---
 
 TEST_F(PersonnelTest, AReceivedExchangeIsShownAppliedAndAnswered)
