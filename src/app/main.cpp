@@ -86,6 +86,8 @@ void InsertGameState(QVariantMap& state, const vk::Hoofdvenster& window)
     state.insert(QStringLiteral("PersonnelRunning"), v.PersonnelRunning);
     state.insert(QStringLiteral("PickedVehicle"), v.PickedVehicle);
     state.insert(QStringLiteral("PickedField"), v.PickedField);
+    state.insert(QStringLiteral("StockPicksLeft"), v.StockPicksLeft);
+    state.insert(QStringLiteral("LeopardPick"), v.LeopardPick);
     QVariantList cells;
     for (int field = vk::kFirstRoadField; field <= vk::kLastRoadField; ++field)
         cells << v.Board.BoardCell(field);

@@ -4,6 +4,7 @@
 #include "board/BoardView.h"
 #include "board/Picking.h"
 #include "game/CardConversation.h"
+#include "game/RadioYamboPlay.h"
 #include "link/SharedFolderFiles.h"
 #include "ui/BoardDisplay.h"
 #include "ui/Dialogs.h"
@@ -104,6 +105,8 @@ void VehicleDoubleClick(Hoofdvenster& w, int side, int slot)
             v.PickedVehicle = slot;
         return;
     }
+    if (ServeRadioYamboPick(w, side, slot))
+        return;
     if (side != v.Board.LocalSide) {
         ShootAt(w, side, slot);
         return;

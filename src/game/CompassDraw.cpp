@@ -5,6 +5,7 @@
 #include "game/GameFiles.h"
 #include "game/GameFlow.h"
 #include "game/PersonnelPlay.h"
+#include "game/RadioYamboPlay.h"
 #include "game/PhaseTable.h"
 #include "link/SharedFolderFiles.h"
 #include "shell/Global.h"
@@ -86,11 +87,6 @@ void GiveUpCard(Hoofdvenster& w)
     RotateTopToBottom(deck);
     LogNextCard(deck);
 }
-
-// What a Radio Yambo card does to the game; the drawer's and the other
-// copy's part of each card join here.
-void CarryOutRadioYambo(Hoofdvenster&, int) {}
-void ApplyRadioYambo(Hoofdvenster&, int) {}
 
 } // namespace
 

@@ -6,6 +6,7 @@
 
 #include "board/BoardState.h"
 #include "board/Picking.h"
+#include "cards/RadioYamboEffects.h"
 #include "game/ActionRecords.h"
 #include "game/DiceTable.h"
 #include "game/RandomSource.h"
@@ -54,6 +55,13 @@ struct GameValues {
     bool PersonnelRunning = false;
     int PickedVehicle = -1;
     int PickedField = -1;
+
+    // The picks of a Radio Yambo card: lost own vehicles still to be taken
+    // back from Stock, and the enemy's vehicle of operatie luipaard.
+    int StockPicksLeft = 0;
+    bool LeopardPick = false;
+    // The working values of card 7.
+    RetreatWork Retreat;
 
     // The position (with BoardSide, LocalSide and PendingDraws) and the
     // progress of the game (TurnNumber, ExternalSide, the deck and hands).

@@ -9,6 +9,7 @@
 #include "game/CardConversation.h"
 #include "game/CompassDraw.h"
 #include "game/PersonnelReceived.h"
+#include "game/RadioYamboPlay.h"
 #include "game/SavedGame.h"
 #include "link/SharedFolderFiles.h"
 #include "shell/Clock.h"
@@ -301,6 +302,10 @@ PassResult Pass(Hoofdvenster& w)
             OpponentKeptPersonnel(w, file);
             result = PassResult::Handled;
             break;
+        case MessageKindId::RadioYambo:
+            OpponentChoseRadioYambo(w, file);
+            result = PassResult::Handled;
+            break;
         case MessageKindId::PersonnelUsed:
             OpponentPlayedPersonnel(w, file);
             result = PassResult::Handled;
@@ -314,8 +319,6 @@ PassResult Pass(Hoofdvenster& w)
             result = PassResult::Handled;
             break;
         default:
-            // The choice of a Radio Yambo card is read by the card that
-            // sends it.
             break;
         }
     }

@@ -266,7 +266,7 @@ void GameplayTest::Tick()
     if (everyTick)
         everyTick();
     if (autoConsume)
-        for (const char* extension : {".wrp", ".act", ".eot", ".ryc", ".pna", ".pnc", ".ask", ".ans"})
+        for (const char* extension : {".wrp", ".act", ".eot", ".ryc", ".ray", ".pna", ".pnc", ".ask", ".ans"})
             if (FileExists(OwnPath(extension)))
             {
                 const QByteArray raw = Text(OwnPath(extension));
