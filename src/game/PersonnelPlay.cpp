@@ -244,13 +244,16 @@ void PlayMineClearance(Hoofdvenster& w, const PersonnelPrompts& prompts)
 
 // Marine luchtvaartdienst and Verbindingsdienst: a vehicle, then a field; a
 // click outside the road squares ends the card with nothing sent.
-void PlayFlight(Hoofdvenster& w, int card, const PersonnelPrompts& prompts, bool (*vehicleAllowed)(const BoardState&, int, int),
-                bool (*fieldAllowed)(const BoardState&, int))
+using VehicleRule = bool (*)(const BoardState&, int side, int slot);
+using FieldRule = bool (*)(const BoardState&, int field);
+
+void PlayFlight(Hoofdvenster& w, int card, const PersonnelPrompts& prompts, VehicleRule vehicleAllowed,
+                FieldRule fieldAllowed)
 {
     WindowValues& v = w.V;
     const int side = v.Board.LocalSide;
-    const int slot =
-        PickVehicle(w, prompts.FirstPick, [&v, side, vehicleAllowed](int s) { return vehicleAllowed(v.Board, side, s); });
+    const int slot = PickVehicle(w, prompts.FirstPick,
+                                 [&v, side, vehicleAllowed](int s) { return vehicleAllowed(v.Board, side, s); });
     if (slot == kNoPick)
         return;
     if (PickField(w, prompts.SecondPick, [&v, fieldAllowed](int f) { return fieldAllowed(v.Board, f); },

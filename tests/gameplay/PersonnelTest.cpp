@@ -42,7 +42,8 @@ protected:
     {
         refused.emplace_back(side, slot);
         for (const auto& [s, v] : refused)
-            When("a vehicle pick", [this] { return PickOpen(QStringLiteral("Personnel card vehicle"), V().PickedVehicle); },
+            When("a vehicle pick",
+                 [this] { return PickOpen(QStringLiteral("Personnel card vehicle"), V().PickedVehicle); },
                  [this, prompt, s, v] {
                      EXPECT_EQ(Global().BoardText, Board(prompt));
                      DoubleClick(Vehicle(s, v));
@@ -206,8 +207,8 @@ TEST_F(PersonnelTest, ContraSpionageUsedBeforeTheDiceIsSpentWithNothingShownOrSe
     Hand(1, {24});
     UseAtTurnStart(1);
     AtPhase(3, "end the turn", [this] {
-        EXPECT_EQ(Global().BoardText, Board("u bent nog steeds aan de beurt. gelieve op de knop 'gooi' te drukken, of op "
-                                            "'einde beurt' om je beurt nu te beeindigen."));
+        EXPECT_EQ(Global().BoardText, Board("u bent nog steeds aan de beurt. gelieve op de knop 'gooi' te drukken, of "
+                                            "op 'einde beurt' om je beurt nu te beeindigen."));
         W().cmdEindeBeurt->click();
     });
     PlayTurn();

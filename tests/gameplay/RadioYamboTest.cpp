@@ -46,8 +46,9 @@ protected:
     // The opponent's files of a card arrive in his turn; the turn then ends.
     void FollowTheirCard(const QString& extension, const QByteArray& text)
     {
-        Put(TheirPath(extension.toLatin1().constData()), text);
-        When("followed", [this, extension] { return Idle() && !FileExists(TheirPath(extension.toLatin1().constData())); },
+        const QString path = folder + QStringLiteral("/bert") + extension;
+        Put(path, text);
+        When("followed", [path] { return Idle() && !FileExists(path); },
              [&] { SendTheirEndOfTurn(V().Progress.TurnNumber); });
         FollowTurn();
     }
@@ -104,7 +105,8 @@ TEST_F(RadioYamboTest, AlliedHelpPicksTwoLostVehicles)
                                             "dubbelklik op de gewenste voertuigen."));
         DoubleClick(Vehicle(1, kJeepSlot));
     });
-    When("the second pick", [this] { return Waiting() == QStringLiteral("Radio Yambo stock pick") && V().StockPicksLeft == 1; },
+    When("the second pick",
+         [this] { return Waiting() == QStringLiteral("Radio Yambo stock pick") && V().StockPicksLeft == 1; },
          [this] { DoubleClick(Vehicle(1, 4)); });
     PlayTurn();
     ASSERT_NE(Ray(), nullptr);
@@ -147,9 +149,11 @@ TEST_F(RadioYamboTest, SpyingShowsEachCardOfTheOpponentUntilDoubleClicked)
     Hand(2, {26, 31});
     Draw(19);
     for (int card : {26, 31})
-        When("a spied card", [this, card] {
-            return Waiting() == QStringLiteral("Radio Yambo spied card") && W().imgPersTekst->Picture() == CardPicture(card);
-        },
+        When("a spied card",
+             [this, card] {
+                 return Waiting() == QStringLiteral("Radio Yambo spied card") &&
+                        W().imgPersTekst->Picture() == CardPicture(card);
+             },
              [this] {
                  EXPECT_TRUE(W().Personnel->Visible());
                  EXPECT_EQ(W().imgPersTekst->Tag, QStringLiteral("DK"));
