@@ -7,38 +7,14 @@
 #include "board/VehicleTag.h"
 #include "cards/PersonnelEffects.h"
 
+#include "BoardSetup.h"
+
 #include <gtest/gtest.h>
 
 namespace vk {
 namespace {
 
-BoardState NewGame()
-{
-    BoardState state;
-    ResetNewGame(state);
-    return state;
-}
-
-// Puts a vehicle on a road square with a heading; cell, tag and picture
-// follow.
-void PutOnRoad(BoardState& state, int side, int slot, int field, int heading)
-{
-    EXPECT_NE(AnchorFor(field, heading).X, -1) << "no picture place on " << field << " that way";
-    state.VehiclePos(side, slot) = field;
-    state.VehicleDir(side, slot) = heading;
-    state.BoardCell(field) = (side == 1 ? 1 : -1) * (slot + 1);
-    std::string& tag = state.VehicleTag(side, slot);
-    tag = tag.substr(0, tag.size() - 1) + HeadingLetter(heading);
-    PutPicture(state.VehiclePicture(side, slot), VehicleOnFieldBox(ViewOf(state), field, heading));
-}
-
-// Companies from the camp aboard, the tag's digit following.
-void Load(BoardState& state, int side, int slot, int companies)
-{
-    state.CampCompanies(side) -= companies - state.VehicleCompanies(side, slot);
-    state.VehicleCompanies(side, slot) = companies;
-    state.VehicleTag(side, slot) = SetTagCompanies(state.VehicleTag(side, slot), slot, companies);
-}
+using namespace test;
 
 void LayMine(BoardState& state, int side, int mine, int field)
 {
@@ -47,8 +23,6 @@ void LayMine(BoardState& state, int side, int mine, int field)
     PutPicture(state.MinePicture(side, mine), LaidMineBox(ViewOf(state), field));
     state.MinePicture(side, mine).Image = LaidMineImage(side, field);
 }
-
-PlacedBox BoxOf(const Picture& picture) { return PlacedBox{picture.Left, picture.Top, picture.Width, picture.Height}; }
 
 // --- Camouflage ---------------------------------------------------------------
 

@@ -8,6 +8,8 @@
 #include "board/VehicleTag.h"
 #include "cards/PersonnelPicks.h"
 
+#include "BoardSetup.h"
+
 #include <gtest/gtest.h>
 
 #include <set>
@@ -15,12 +17,7 @@
 namespace vk {
 namespace {
 
-BoardState NewGame()
-{
-    BoardState state;
-    ResetNewGame(state);
-    return state;
-}
+using namespace test;
 
 // Puts a vehicle on a field; on a road square its cell follows.
 void Place(BoardState& state, int side, int slot, int field)

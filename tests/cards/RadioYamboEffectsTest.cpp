@@ -10,40 +10,14 @@
 #include "cards/RadioYamboEffects.h"
 #include "shell/RunTimeFault.h"
 
+#include "BoardSetup.h"
+
 #include <gtest/gtest.h>
 
 namespace vk {
 namespace {
 
-BoardState NewGame(int localSide = 1)
-{
-    BoardState state;
-    state.LocalSide = localSide;
-    ResetNewGame(state);
-    return state;
-}
-
-int Cell(int side, int slot) { return (side == 1 ? 1 : -1) * (slot + 1); }
-
-// Puts a vehicle on a road square with a heading; cell, tag and picture follow.
-void PutOnRoad(BoardState& state, int side, int slot, int field, int heading)
-{
-    ASSERT_NE(AnchorFor(field, heading).X, -1) << "no picture place on " << field << " that way";
-    state.VehiclePos(side, slot) = field;
-    state.VehicleDir(side, slot) = heading;
-    state.BoardCell(field) = Cell(side, slot);
-    std::string& tag = state.VehicleTag(side, slot);
-    tag = tag.substr(0, tag.size() - 1) + HeadingLetter(heading);
-    PutPicture(state.VehiclePicture(side, slot), VehicleOnFieldBox(ViewOf(state), field, heading));
-}
-
-// Companies from the camp aboard, the tag's digit following.
-void Load(BoardState& state, int side, int slot, int companies)
-{
-    state.CampCompanies(side) -= companies - state.VehicleCompanies(side, slot);
-    state.VehicleCompanies(side, slot) = companies;
-    state.VehicleTag(side, slot) = SetTagCompanies(state.VehicleTag(side, slot), slot, companies);
-}
+using namespace test;
 
 // The camp emptied into the reserve, the sum kept.
 void EmptyCamp(BoardState& state, int side)
@@ -70,8 +44,6 @@ void SetMark(BoardState& state, int side, int slot, char mark)
     std::string& tag = state.VehicleTag(side, slot);
     tag[static_cast<std::size_t>(MarkPosition(slot) - 1)] = mark;
 }
-
-PlacedBox BoxOf(const Picture& picture) { return PlacedBox{picture.Left, picture.Top, picture.Width, picture.Height}; }
 
 PlacedBox Beside(int slot, int top) { return PlacedBox{120, top + 480 * slot, 750, 330}; }
 
