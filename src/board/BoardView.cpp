@@ -222,7 +222,9 @@ void DrawBoardSide(BoardState& state, int boardSide)
                 box.Top += DestroyedVehicleRedrawShift(boardSide, side);
                 picture.InStock = side == state.LocalSide;
             } else if (pos == CampField(side)) {
-                box = CampPlaceBox(view, side, slot);
+                // A jeep is at home on its island; one that a return from
+                // Stock set in the camp is drawn there.
+                box = slot == kJeepSlot ? IslandBox(view, side) : CampPlaceBox(view, side, slot);
             } else if (pos == HQField(side)) {
                 for (int place = 0; place < kHQPlaces; ++place)
                     if (state.HQPlaceFree(side, place)) {

@@ -179,9 +179,13 @@ std::string ArmyProblem(const BoardState& state, const GameProgress& progress, i
         if (std::string problem = VehicleProblem(state, side, slot); !problem.empty())
             return problem;
     const std::string army = " of army " + std::to_string(side);
-    for (int count : {state.ReserveCompanies(side), state.CampCompanies(side), state.PrisonCompanies(side)})
+    for (int count : {state.ReserveCompanies(side), state.PrisonCompanies(side)})
         if (!InRange(count, 0, kCompaniesPerArmy))
             return "a company count" + army + " is " + std::to_string(count);
+    // Camouflage with one company left in the camp and room for two takes
+    // the camp to -1, a position of the game like any other.
+    if (!InRange(state.CampCompanies(side), -1, kCompaniesPerArmy))
+        return "the camp" + army + " holds " + std::to_string(state.CampCompanies(side)) + " companies";
     for (int flags : {state.FlagReserve(side), state.FlagCarried(side), state.FlagHome(side)})
         if (!InRange(flags, 0, kFlagsPerArmy))
             return "a flag count" + army + " is " + std::to_string(flags);

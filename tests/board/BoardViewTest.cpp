@@ -247,6 +247,19 @@ TEST(DrawBoardSide, HQPlacesAreHandedOutAnewInSlotOrder)
     EXPECT_TRUE(state.HQPlaceFree(1, 2));
 }
 
+// A jeep given back from Stock on the other player's copy stands in its camp,
+// which has no place for it: it is drawn on its island, in either view.
+TEST(DrawBoardSide, AJeepInItsCampIsDrawnOnItsIsland)
+{
+    for (int view = 1; view <= 2; ++view) {
+        BoardState state = testing::NewGame();
+        state.VehiclePos(2, kJeepSlot) = CampField(2);
+        DrawBoardSide(state, view);
+        const Picture& jeep = state.VehiclePicture(2, kJeepSlot);
+        EXPECT_EQ((PlacedBox{jeep.Left, jeep.Top, jeep.Width, jeep.Height}), IslandBox(ViewOf(state), 2)) << view;
+    }
+}
+
 // Edge case: ToggleBoardSide from view 2 gives view 1 and a correct board.
 TEST(DrawBoardSide, ToggleFromView2GivesView1AndTheSameBoard)
 {

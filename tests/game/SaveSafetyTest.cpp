@@ -113,6 +113,14 @@ TEST_F(DamagedGame, WholeGameHasNoProblem)
     EXPECT_EQ(ProblemOf(GoodGame()), "");
 }
 
+// Camouflage with one company in the camp and room for two leaves -1 there:
+// a game that goes on, and is saved and resumed like any other.
+TEST_F(DamagedGame, ACampLeftAtMinusOneIsNoDamage)
+{
+    EXPECT_EQ(ProblemOf(Replaced(GoodGame(), "[KOMP_LOK]\r\nRES=10\r\nKMP=15", "[KOMP_LOK]\r\nRES=10\r\nKMP=-1")),
+              "");
+}
+
 TEST_F(DamagedGame, CutOffHalfWayIsFound)
 {
     const std::string text = GoodGame();
@@ -142,6 +150,8 @@ TEST_F(DamagedGame, ValueOutOfRangeIsFound)
     EXPECT_EQ(ProblemOf(Replaced(GoodGame(), "[KOMP_LOK]\r\nRES=10", "[KOMP_LOK]\r\nRES=26")),
               "a company count of army 1 is 26");
     EXPECT_EQ(ProblemOf(Replaced(GoodGame(), "POINT=32", "POINT=40")), "the stack pointer is 40");
+    EXPECT_EQ(ProblemOf(Replaced(GoodGame(), "[KOMP_LOK]\r\nRES=10\r\nKMP=15", "[KOMP_LOK]\r\nRES=10\r\nKMP=-2")),
+              "the camp of army 1 holds -2 companies");
     EXPECT_EQ(ProblemOf(Replaced(GoodGame(), "[VEHTAG_LOK]\r\nVEH00=tank_1_0_o", "[VEHTAG_LOK]\r\nVEH00=x")),
               "vehicle 0 of army 1 has the tag \"x\"");
 }
