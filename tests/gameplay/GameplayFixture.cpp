@@ -240,6 +240,10 @@ void GameplayTest::Run(const std::function<void()>& body, int timeoutMs)
     } stop{ticker};
     body();
     ticker.stop();
+    // A file the body wrote at its very end, with no tick after it, is taken
+    // as the opponent would take it.
+    if (autoConsume)
+        ConsumeOwnFiles();
     // Steps whose moment came right at the end.
     if (next_ < steps_.size() && !acting_ && steps_[next_].Ready())
         Tick();
@@ -248,6 +252,15 @@ void GameplayTest::Run(const std::function<void()>& body, int timeoutMs)
     steps_.clear();
     next_ = 0;
     everyTick = nullptr;
+}
+
+void GameplayTest::ConsumeOwnFiles()
+{
+    for (const char* extension : {".wrp", ".act", ".eot", ".ryc", ".ray", ".pna", ".pnc", ".ask", ".ans"})
+        if (FileExists(OwnPath(extension))) {
+            const QByteArray raw = Text(OwnPath(extension));
+            consumed.push_back(Sent{QString::fromLatin1(extension), Consume(OwnPath(extension)), raw});
+        }
 }
 
 void GameplayTest::Tick()
@@ -266,12 +279,7 @@ void GameplayTest::Tick()
     if (everyTick)
         everyTick();
     if (autoConsume)
-        for (const char* extension : {".wrp", ".act", ".eot", ".ryc", ".ray", ".pna", ".pnc", ".ask", ".ans"})
-            if (FileExists(OwnPath(extension)))
-            {
-                const QByteArray raw = Text(OwnPath(extension));
-                consumed.push_back(Sent{QString::fromLatin1(extension), Consume(OwnPath(extension)), raw});
-            }
+        ConsumeOwnFiles();
     if (acting_ || next_ >= steps_.size() || !steps_[next_].Ready())
         return;
     acting_ = true;

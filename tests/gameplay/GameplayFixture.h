@@ -144,6 +144,8 @@ protected:
     bool autoConsume = false;
     // Reads an own message and deletes it, as the opponent does.
     Keys Consume(const QString& path);
+    // Every own file of the kinds above that lies in the folder, taken.
+    void ConsumeOwnFiles();
 
     // The opponent's records, written by the program's own writers.
     void SendTheirRoll(int d1, int d2);
