@@ -23,22 +23,6 @@ namespace {
 
 constexpr int kNoPick = -1;
 
-QString Words(const char* text)
-{
-    return QString::fromUtf8(text);
-}
-
-// The board after a card: pictures, company counts and flag covers of both
-// armies, which the cards change in any mix.
-void ShowAfterCard(Hoofdvenster& w)
-{
-    ShowBoard(w);
-    for (int side = 1; side <= 2; ++side) {
-        ShowCompanies(w, side);
-        ShowFlagCover(w, side);
-    }
-}
-
 // Waits until the player has double-clicked a vehicle that `allowed`
 // accepts; any other is refused in silence. The prompt stays on the board.
 // Returns the slot, or kNoPick when the game stopped meanwhile.
@@ -46,7 +30,7 @@ int PickVehicle(Hoofdvenster& w, const char* prompt, const std::function<bool(in
 {
     WindowValues& v = w.V;
     v.PickedVehicle = kNoPick;
-    ShowOnBoard(Words(prompt));
+    ShowOnBoard(QString::fromUtf8(prompt));
     for (;;) {
         PumpUntil([&v] { return v.PickedVehicle != kNoPick || !v.GameRunning; },
                   QStringLiteral("Personnel card vehicle"));
@@ -65,7 +49,7 @@ int PickField(Hoofdvenster& w, const char* prompt, const std::function<bool(int)
 {
     WindowValues& v = w.V;
     v.PickedField = kNoPick;
-    ShowOnBoard(Words(prompt));
+    ShowOnBoard(QString::fromUtf8(prompt));
     for (;;) {
         PumpUntil([&v] { return v.PickedField != kNoPick || !v.GameRunning; },
                   QStringLiteral("Personnel card field"));
@@ -91,7 +75,7 @@ void MoveIfNotAnnulled(Hoofdvenster& w, int card)
     if (!Announced(w, card))
         return;
     MoveByPersonnel(v.Board, v.Board.LocalSide, v.PickedVehicle, v.PickedField);
-    ShowAfterCard(w);
+    ShowBoardAndCounts(w);
 }
 
 void PlayCamouflage(Hoofdvenster& w, const PersonnelPrompts& prompts)
@@ -103,7 +87,7 @@ void PlayCamouflage(Hoofdvenster& w, const PersonnelPrompts& prompts)
     if (slot == kNoPick || !Announced(w, kCamouflage))
         return;
     if (Camouflage(v.Board, side, slot, slot))
-        ShowAfterCard(w);
+        ShowBoardAndCounts(w);
 }
 
 void PlayExchange(Hoofdvenster& w)
@@ -111,7 +95,7 @@ void PlayExchange(Hoofdvenster& w)
     if (!Announced(w, kUitwisseling))
         return;
     ExchangePrisoners(w.V.Board);
-    ShowAfterCard(w);
+    ShowBoardAndCounts(w);
 }
 
 void PlayLanding(Hoofdvenster& w, const PersonnelPrompts& prompts)
@@ -142,7 +126,7 @@ void AmbushJeep(Hoofdvenster& w)
         if (AskContraSpionage(w) == -1)
             return;
         AmbushEnemyJeep(v.Board, enemy);
-        ShowAfterCard(w);
+        ShowBoardAndCounts(w);
         return;
     }
     const QString title = QStringLiteral("Jeep heeft vrijgeleide!");
@@ -166,7 +150,7 @@ void AmbushJeep(Hoofdvenster& w)
         TellOpponent(w, kSafeConductStands);
         SendJeepBackBySafeConduct(v.Board, enemy);
     }
-    ShowAfterCard(w);
+    ShowBoardAndCounts(w);
 }
 
 void PlayAmbush(Hoofdvenster& w, const PersonnelPrompts& prompts)
@@ -184,7 +168,7 @@ void PlayAmbush(Hoofdvenster& w, const PersonnelPrompts& prompts)
     if (!Announced(w, kHinderlaag))
         return;
     AmbushEnemyVehicle(v.Board, OtherSide(side), slot);
-    ShowAfterCard(w);
+    ShowBoardAndCounts(w);
 }
 
 void PlayHelicopter(Hoofdvenster& w, const PersonnelPrompts& prompts)
@@ -227,7 +211,7 @@ void PlayMilitaryPolice(Hoofdvenster& w)
     if (!Announced(w, kMilitairePolitie))
         return;
     MilitaryPoliceOnEnemyJeep(v.Board, OtherSide(v.Board.LocalSide));
-    ShowAfterCard(w);
+    ShowBoardAndCounts(w);
 }
 
 void PlayMineClearance(Hoofdvenster& w, const PersonnelPrompts& prompts)
@@ -239,7 +223,7 @@ void PlayMineClearance(Hoofdvenster& w, const PersonnelPrompts& prompts)
     if (field == kNoPick || !Announced(w, kMijnopruimingsdienst))
         return;
     ClearEnemyMine(v.Board, side, field);
-    ShowAfterCard(w);
+    ShowBoardAndCounts(w);
 }
 
 // Marine luchtvaartdienst and Verbindingsdienst: a vehicle, then a field; a
@@ -290,7 +274,7 @@ void PlayPersonnel(Hoofdvenster& w)
     // nothing shown and nothing sent.
     const PersonnelPrompts* prompts = PromptsOf(card);
     if (prompts) {
-        ShowOnBoard(QStringLiteral("personnel - ") + Words(prompts->BoardName) + Words(kPersonnelClickToPlay));
+        ShowOnBoard(QStringLiteral("personnel - ") + QString::fromUtf8(prompts->BoardName) + QString::fromUtf8(kPersonnelClickToPlay));
         PumpUntil([&v] { return Global().BoardText.isEmpty() || !v.GameRunning; },
                   QStringLiteral("Personnel card read"));
     }

@@ -21,11 +21,6 @@ namespace vk {
 
 namespace {
 
-QString Words(const char* text)
-{
-    return QString::fromUtf8(text);
-}
-
 void Mark(Control& mark, const Control& target)
 {
     mark.Move(target.Left(), target.Top(), target.Width(), target.Height());
@@ -54,11 +49,11 @@ void OfferOrNotice(Hoofdvenster& w, const PersonnelReceipt& receipt, bool hasCon
 {
     WindowValues& v = w.V;
     if (!hasContraSpionage) {
-        MessageBox(Words(receipt.Notice), BoxButtons::Ok, BoxIcon::Warning, Words(receipt.Title));
+        MessageBox(QString::fromUtf8(receipt.Notice), BoxButtons::Ok, BoxIcon::Warning, QString::fromUtf8(receipt.Title));
         return;
     }
     TellPlayer(w, Notice::Question);
-    if (AskYesNo(Words(receipt.Offer), Words(receipt.OfferTitle))) {
+    if (AskYesNo(QString::fromUtf8(receipt.Offer), QString::fromUtf8(receipt.OfferTitle))) {
         v.CardAnnulled = true;
         UseContraAgainstPersonnel(v.Progress.Deck, v.Board.LocalSide);
     }
@@ -100,11 +95,7 @@ void ApplyCard(Hoofdvenster& w, int value)
     default:
         return;
     }
-    ShowBoard(w);
-    for (int side = 1; side <= 2; ++side) {
-        ShowCompanies(w, side);
-        ShowFlagCover(w, side);
-    }
+    ShowBoardAndCounts(w);
 }
 
 } // namespace
@@ -119,7 +110,7 @@ void ReceivePersonnel(Hoofdvenster& w)
     v.CardAnnulled = false;
     const bool hasContraSpionage = ContraOfferedAgainstPersonnel(deck, v.Board.LocalSide);
     if (const PersonnelReceipt* receipt = ReceiptOf(value)) {
-        LogAt(Words(receipt->LogLine));
+        LogAt(QString::fromUtf8(receipt->LogLine));
         MarkTarget(w, *receipt);
         OfferOrNotice(w, *receipt, hasContraSpionage);
         if (!v.CardAnnulled)

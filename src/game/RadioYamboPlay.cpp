@@ -16,17 +16,6 @@ namespace vk {
 
 namespace {
 
-// The board after a card: pictures, company counts and flag covers of both
-// armies.
-void ShowAfterCard(Hoofdvenster& w)
-{
-    ShowBoard(w);
-    for (int side = 1; side <= 2; ++side) {
-        ShowCompanies(w, side);
-        ShowFlagCover(w, side);
-    }
-}
-
 int LostVehicles(const BoardState& board, int side)
 {
     int lost = 0;
@@ -70,7 +59,7 @@ void GeneralMobilisation(Hoofdvenster& w)
     WindowValues& v = w.V;
     const int side = v.Board.LocalSide;
     ReserveToCampUpToThree(v.Board, side);
-    ShowAfterCard(w);
+    ShowBoardAndCounts(w);
     if (LostVehicles(v.Board, side) > 0)
         PickFromStock(w, 1,
                       QStringLiteral("U mag een voertuig naar je kamp overbrengen vanuit de 'stock'. dubbelklik op "
@@ -84,7 +73,7 @@ void AlliedHelp(Hoofdvenster& w, int card)
     WindowValues& v = w.V;
     const int side = v.Board.LocalSide;
     ReserveToCampOne(v.Board, side);
-    ShowAfterCard(w);
+    ShowBoardAndCounts(w);
     const int lost = LostVehicles(v.Board, side);
     if (lost == 1)
         PickFromStock(w, 1,
@@ -163,7 +152,7 @@ void MirrorRadioYambo(Hoofdvenster& w, int card)
     default:
         return;
     }
-    ShowAfterCard(w);
+    ShowBoardAndCounts(w);
 }
 
 } // namespace
@@ -194,7 +183,7 @@ void CarryOutRadioYambo(Hoofdvenster& w, int card)
     case 20: MineAlarm(board, side); break;
     default: return;
     }
-    ShowAfterCard(w);
+    ShowBoardAndCounts(w);
 }
 
 void ApplyRadioYambo(Hoofdvenster& w, int card)
@@ -222,7 +211,7 @@ void ApplyRadioYambo(Hoofdvenster& w, int card)
     case 20: MineAlarm(board, drawer); break;
     default: return;
     }
-    ShowAfterCard(w);
+    ShowBoardAndCounts(w);
 }
 
 void OpponentChoseRadioYambo(Hoofdvenster& w, const QString& file)

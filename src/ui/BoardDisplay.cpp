@@ -124,4 +124,13 @@ void HideArmies(Hoofdvenster& w)
             m->SetVisible(false);
 }
 
+void ShowBoardAndCounts(Hoofdvenster& w)
+{
+    ShowBoard(w);
+    for (int side = 1; side <= 2; ++side) {
+        ShowCompanies(w, side);
+        ShowFlagCover(w, side);
+    }
+}
+
 } // namespace vk

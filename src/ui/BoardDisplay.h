@@ -24,6 +24,10 @@ void ShowCompanies(Hoofdvenster& w, int side);
 // The panel over the flag picture of a camp, a fifth smaller per flag home.
 void ShowFlagCover(Hoofdvenster& w, int side);
 
+// After a card, which may change any mix of them: the pictures, and the
+// company counts and flag covers of both armies.
+void ShowBoardAndCounts(Hoofdvenster& w);
+
 // Hides every vehicle, mine and captured mine control.
 void HideArmies(Hoofdvenster& w);
 
