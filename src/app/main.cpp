@@ -1,7 +1,9 @@
 // Valkenhorn: entry point. Starts the automation interface when asked, builds
 // the main window and runs its start-up inside the event loop.
 
+#include "game/ComputerPlayer.h"
 #include "game/GameFlow.h"
+#include "game/PositionCheck.h"
 #include "link/LinkControls.h"
 #include "link/PollCycle.h"
 #include "link/SharedFolderFiles.h"
@@ -18,11 +20,15 @@
 #include "ui/Hoofdvenster.h"
 
 #include <QApplication>
+#include <QDir>
+#include <QFile>
 #include <QFont>
+#include <QTemporaryFile>
 #include <QTimer>
 
 #include <cstdio>
 #include <exception>
+#include <memory>
 
 namespace {
 
@@ -94,6 +100,7 @@ void InsertGameState(QVariantMap& state, const vk::Hoofdvenster& window)
     state.insert(QStringLiteral("BoardCell"), cells);
     state.insert(QStringLiteral("Waiting"), vk::Waiting());
     state.insert(QStringLiteral("TossNumber"), v.TossNumber);
+    state.insert(QStringLiteral("Desyncs"), vk::DesyncWarnings());
 }
 
 QVariantMap WindowState(const vk::Hoofdvenster& window)
@@ -158,6 +165,17 @@ int main(int argc, char* argv[])
         return vk::RunDemo(QCoreApplication::applicationFilePath(), commandLine.QtOptions);
     }
 
+    const bool computer = commandLine.Run == vk::CommandLine::Mode::Computer;
+    // A computer player shows no window and needs no screen: it runs on Qt's
+    // offscreen platform, given a screen as large as the window needs.
+    QTemporaryFile offscreenScreen(QDir::tempPath() + QStringLiteral("/valkenhorn-screen-XXXXXX.json"));
+    if (computer && offscreenScreen.open()) {
+        offscreenScreen.write(R"({"screens": [{"name": "Valkenhorn", "x": 0, "y": 0, "width": 1920, "height": 1080,
+                                  "logicalDpi": 96, "logicalBaseDpi": 96, "dpr": 1}]})");
+        offscreenScreen.close();
+        qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" + QFile::encodeName(offscreenScreen.fileName()));
+    }
+
     ValkenhornApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Valkenhorn"));
     QApplication::setOrganizationName(QStringLiteral("Valkenhorn"));
@@ -183,6 +201,23 @@ int main(int argc, char* argv[])
     if (automation) {
         automation->SetControls(&window.Controls(), &window);
         automation->SetStateProvider([&window] { return WindowState(window); });
+        automation->SetPositionChanger([&window](const QString& section, const QString& key, const QString& value) {
+            return vk::ChangePositionForTest(window, section, key, value);
+        });
+    }
+
+    std::unique_ptr<vk::ComputerPlayer> computerPlayer;
+    if (computer) {
+        vk::ComputerSettings settings;
+        settings.Name = commandLine.ComputerName;
+        settings.Folder = commandLine.ComputerFolder;
+        settings.Level = commandLine.ComputerLevel == QLatin1String("random") ? vk::ComputerLevel::Random
+                                                                               : vk::ComputerLevel::Greedy;
+        settings.Invite = commandLine.ComputerInvite;
+        settings.Games = commandLine.ComputerGames;
+        settings.TurnLimit = commandLine.ComputerTurns;
+        vk::PrepareComputerSettings(settings);
+        computerPlayer = std::make_unique<vk::ComputerPlayer>(window, settings);
     }
 
     QTimer::singleShot(0, &window, [&window] { vk::Guarded([&window] { vk::RunStartUp(window); }); });

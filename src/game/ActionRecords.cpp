@@ -1,5 +1,6 @@
 #include "game/ActionRecords.h"
 
+#include "game/PositionDigest.h"
 #include "game/ProfileValues.h"
 #include "link/MessageKinds.h"
 #include "link/ProfileFile.h"
@@ -92,10 +93,18 @@ bool WriteRollRecord(const std::filesystem::path& path, int dice1, int dice2)
     return WriteMessage(kind, InKeyOrder(kind, {Number(dice1), Number(dice2)}), path.string());
 }
 
-bool WriteEndOfTurnRecord(const std::filesystem::path& path, int turnNumber)
+KeyValues EndOfTurnRecordKeys(int turnNumber, const std::string& digest)
 {
-    const MessageKind& kind = Kind(MessageKindId::EndOfTurn);
-    return WriteMessage(kind, InKeyOrder(kind, {Number(turnNumber)}), path.string());
+    KeyValues keys;
+    if (!digest.empty())
+        keys.emplace_back("HASH", digest);
+    keys.emplace_back("TURN", Number(turnNumber));
+    return keys;
+}
+
+bool WriteEndOfTurnRecord(const std::filesystem::path& path, int turnNumber, const std::string& digest)
+{
+    return WriteMessage(Kind(MessageKindId::EndOfTurn), EndOfTurnRecordKeys(turnNumber, digest), path.string());
 }
 
 KeyValues ActionRecordKeys(const ActionMessage& message, int phase)
@@ -126,7 +135,26 @@ RollMessage ReadRollRecord(const std::filesystem::path& path)
 
 int ReadEndOfTurnRecord(const std::filesystem::path& path)
 {
-    return ReadInt(path, MessageKindId::EndOfTurn, Kind(MessageKindId::EndOfTurn).Keys[0]);
+    return ReadInt(path, MessageKindId::EndOfTurn, "TURN");
+}
+
+EndOfTurnMessage EndOfTurnMessageFrom(const MessageValues& values)
+{
+    EndOfTurnMessage message;
+    const auto turn = values.find("TURN");
+    message.Turn = ProfileInt(turn == values.end() ? "-1" : turn->second, "TURN");
+    if (const auto hash = values.find("HASH"); hash != values.end() && IsPositionDigest(hash->second))
+        message.Digest = hash->second;
+    return message;
+}
+
+EndOfTurnMessage ReadEndOfTurnMessage(const std::filesystem::path& path)
+{
+    const MessageKind& kind = Kind(MessageKindId::EndOfTurn);
+    MessageValues values;
+    for (const std::string& key : kind.Keys)
+        values[key] = ReadProfileString(kind.Section, key, "-1", path);
+    return EndOfTurnMessageFrom(values);
 }
 
 ActionMessage ActionMessageFrom(const MessageValues& values)

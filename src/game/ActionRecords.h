@@ -73,8 +73,11 @@ ActionMessage MakeActionMessage(const ActionRecord& record, int index, int diceC
 
 // .wrp: D1, D2.
 bool WriteRollRecord(const std::filesystem::path& path, int dice1, int dice2);
-// .eot: TURN.
-bool WriteEndOfTurnRecord(const std::filesystem::path& path, int turnNumber);
+// .eot: HASH, the digest of the sender's position after its turn
+// (PositionDigest), then TURN, the commit key. Without a digest only TURN is
+// written, as a copy that has none to give would.
+KeyValues EndOfTurnRecordKeys(int turnNumber, const std::string& digest = {});
+bool WriteEndOfTurnRecord(const std::filesystem::path& path, int turnNumber, const std::string& digest = {});
 // .act: DIRECT, DICE, VEH, ACT, FROM, TO, VEHTAG; in the record of phase 8,
 // VEH before DICE. VEHTAG is always last: it is the commit mark. The keys
 // come from the table of message kinds.
@@ -89,6 +92,15 @@ struct RollMessage {
 };
 RollMessage ReadRollRecord(const std::filesystem::path& path);
 int ReadEndOfTurnRecord(const std::filesystem::path& path);
+// The .eot as read: the turn, and the sender's digest when the file holds a
+// well-formed one (an older sender writes none; anything else counts as none).
+struct EndOfTurnMessage {
+    int Turn = -1;
+    std::optional<std::string> Digest;
+    bool operator==(const EndOfTurnMessage&) const = default;
+};
+EndOfTurnMessage EndOfTurnMessageFrom(const MessageValues& values);
+EndOfTurnMessage ReadEndOfTurnMessage(const std::filesystem::path& path);
 ActionMessage ReadActionRecord(const std::filesystem::path& path);
 // The message from the values a guarded read of the kind gave.
 ActionMessage ActionMessageFrom(const MessageValues& values);

@@ -2,6 +2,7 @@
 
 #include "board/BoardHandlers.h"
 #include "game/CompassDraw.h"
+#include "game/ComputerOpponent.h"
 #include "game/DicePanel.h"
 #include "game/StopGame.h"
 #include "ui/CardPanels.h"
@@ -12,6 +13,7 @@ namespace vk {
 void ConnectGameControls(Hoofdvenster& w)
 {
     w.cmdStart->Click = [&w] { cmdStart_Click(w); };
+    w.cmdComputer->Click = [&w] { cmdComputer_Click(w); };
     w.cmdStop->Click = [&w] { cmdStop_Click(w); };
 
     w.cmdGooi->Click = [&w] { cmdGooi_Click(w); };

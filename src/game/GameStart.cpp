@@ -1,5 +1,6 @@
 #include "game/GameFiles.h"
 #include "game/GameFlow.h"
+#include "game/PositionCheck.h"
 #include "game/StopGame.h"
 
 #include "board/BoardView.h"
@@ -218,6 +219,7 @@ void ReceiveDeck(Hoofdvenster& w)
 void OwnTurn(Hoofdvenster& w)
 {
     WindowValues& v = w.V;
+    ShowDesyncWarning(w);
     ShowOnBoard(QStringLiteral("u bent aan de beurt."));
     w.frDices->SetBackColor(DicePanelColor);
     w.frDices->SetEnabled(true);
@@ -225,7 +227,10 @@ void OwnTurn(Hoofdvenster& w)
     WaitForConsumed(v);
     RefreshDisplays(w);
     const QString endOfTurn = OwnFile(w, MessageKindId::EndOfTurn);
-    SendMessage(endOfTurn, MessageKindId::EndOfTurn, QStringList{QString::number(v.Progress.TurnNumber)});
+    // The digest of the position after the whole turn, EndTurn's bookkeeping
+    // included: the opponent's copy compares it with its own once it has
+    // replayed the turn.
+    SendMessage(endOfTurn, MessageKindId::EndOfTurn, EndOfTurnRecordKeys(v.Progress.TurnNumber, OwnPositionDigest(w)));
     v.LastSentFile = endOfTurn;
     if (v.Board.ReserveCompanies(v.Progress.ExternalSide) == kCompaniesPerArmy ||
         v.Board.FlagHome(v.Board.LocalSide) == kFlagsPerArmy)
@@ -322,6 +327,7 @@ void ResetNewGame(Hoofdvenster& w)
     vk::ResetNewGame(v.Board);
     // A new game deals new hands.
     v.Progress.Deck = CompassDeck{};
+    ForgetDesyncWarning();
 }
 
 void RunGameSequence(Hoofdvenster& w)

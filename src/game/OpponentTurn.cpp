@@ -1,6 +1,7 @@
 #include "game/GameFiles.h"
 #include "game/DicePanel.h"
 #include "game/GameFlow.h"
+#include "game/PositionCheck.h"
 
 #include "board/BoardTables.h"
 #include "board/BoardView.h"
@@ -230,11 +231,12 @@ void ReplayOpponentsAction(Hoofdvenster& w, const QString& file)
 // of another turn is a leftover of a stopped game and stays.
 bool EndOfOpponentsTurn(Hoofdvenster& w, const QString& file)
 {
-    const int turn = NumberIn(ReadWholeMessage(MessageKindId::EndOfTurn, file), "TURN");
-    if (turn != w.V.Progress.TurnNumber)
+    const EndOfTurnMessage message = EndOfTurnMessageFrom(ReadWholeMessage(MessageKindId::EndOfTurn, file));
+    if (message.Turn != w.V.Progress.TurnNumber)
         return false;
     LogAt(QStringLiteral("opponent's turn ended at "));
     DeleteOnce(file);
+    CheckOpponentsPosition(w, message);
     return true;
 }
 

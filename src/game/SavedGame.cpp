@@ -11,6 +11,7 @@
 #include <system_error>
 #include <type_traits>
 #include <utility>
+#include <vector>
 
 namespace vk {
 
@@ -122,10 +123,16 @@ bool SaveGame(const std::filesystem::path& path, const BoardState& state, const 
     return PublishPlainFile(path.string(), SavedGameText(state, progress), Durability::OnDisk);
 }
 
-void ReadSavedGame(const std::filesystem::path& path, BoardState& state, GameProgress& progress)
+namespace {
+
+// Reads a saved game through `lookup(section, key, default)`, which gives a
+// key's value or the default: LOK and EXT first, then every key of VisitKeys
+// through the sides just read.
+template <typename Lookup>
+void ReadPosition(const Lookup& lookup, BoardState& state, GameProgress& progress)
 {
     const auto readInt = [&](const char* section, const std::string& key) {
-        return ProfileInt(ReadProfileString(section, key, "-1", path), std::string(section) + "/" + key);
+        return ProfileInt(lookup(section, key, "-1"), std::string(section) + "/" + key);
     };
     state.LocalSide = readInt("MAIN", "LOK");
     progress.ExternalSide = readInt("MAIN", "EXT");
@@ -135,10 +142,30 @@ void ReadSavedGame(const std::filesystem::path& path, BoardState& state, GamePro
 
     VisitKeys(state, progress, local, external, [&](const char* section, const std::string& key, auto& value) {
         if constexpr (std::is_same_v<std::decay_t<decltype(value)>, std::string>)
-            value = ReadProfileString(section, key, "", path);
+            value = lookup(section, key, "");
         else
             value = readInt(section, key);
     });
+}
+
+} // namespace
+
+void ReadSavedGame(const std::filesystem::path& path, BoardState& state, GameProgress& progress)
+{
+    ReadPosition(
+        [&path](const char* section, const std::string& key, const char* defaultValue) {
+            return ReadProfileString(section, key, defaultValue, path);
+        },
+        state, progress);
+}
+
+void ReadSavedGameText(const std::string& text, BoardState& state, GameProgress& progress)
+{
+    ReadPosition(
+        [&text](const char* section, const std::string& key, const char* defaultValue) {
+            return ReadProfileStringInText(text, section, key, defaultValue);
+        },
+        state, progress);
 }
 
 namespace {
@@ -220,6 +247,53 @@ std::string SavedGameProblem(const BoardState& state, const GameProgress& progre
                    std::to_string(progress.Deck.CompassStack[static_cast<std::size_t>(i)]);
     if (!InRange(progress.Deck.StackPoint, 0, CompassCardCount + 1))
         return "the stack pointer is " + std::to_string(progress.Deck.StackPoint);
+    return {};
+}
+
+std::string ChangePositionValue(BoardState& state, GameProgress& progress, const std::string& section,
+                                const std::string& key, const std::string& value)
+{
+    const std::string text = SavedGameText(state, progress);
+    // No value of a saved game holds a line end, so this default tells a
+    // missing key from any value.
+    if (ReadProfileStringInText(text, section, key, "\n") == "\n")
+        return "the position holds no key " + key + " in section " + section;
+    const auto upper = [](std::string name) {
+        for (char& c : name)
+            if (c >= 'a' && c <= 'z')
+                c = static_cast<char>(c - 'a' + 'A');
+        return name;
+    };
+    const std::string sectionName = upper(section);
+    if (sectionName == "MAIN" && (upper(key) == "LOK" || upper(key) == "EXT"))
+        return "the sides of a running game cannot be changed";
+    if (value.find_first_of("\r\n") != std::string::npos)
+        return "a value cannot hold a line end";
+
+    std::vector<std::string> lines;
+    for (std::size_t at = 0; at < text.size();) {
+        const std::size_t end = text.find("\r\n", at);
+        lines.push_back(text.substr(at, end - at));
+        at = end == std::string::npos ? text.size() : end + 2;
+    }
+    ProfileText changed(std::move(lines));
+    changed.Write(section, key, value);
+
+    BoardState board = state;
+    GameProgress read = progress;
+    try {
+        ReadSavedGameText(changed.Text(), board, read);
+    } catch (const RunTimeFault& fault) {
+        return fault.what();
+    }
+    if (std::string problem = SavedGameProblem(board, read); !problem.empty())
+        return problem;
+    // The cells of the board follow a vehicle or a mine that was moved, as a
+    // loaded game's do; other changes leave them as they stand.
+    if (sectionName.rfind("VEHPOS_", 0) == 0 || sectionName.rfind("MIJN_", 0) == 0)
+        RebuildBoardCells(board);
+    state = std::move(board);
+    progress = std::move(read);
     return {};
 }
 

@@ -49,6 +49,20 @@ bool SaveGame(const std::filesystem::path& path, const BoardState& state, const 
 // number and SavedGameError for a LOK or EXT that is not 1 or 2.
 void ReadSavedGame(const std::filesystem::path& path, BoardState& state, GameProgress& progress);
 
+// ReadSavedGame on the text of a saved game in memory, as SavedGameText makes it.
+void ReadSavedGameText(const std::string& text, BoardState& state, GameProgress& progress);
+
+// Changes one value of the position as a saved game names it (SECTION and
+// KEY as SavedGameText writes them, _LOK and _EXT from this copy's side):
+// the text is changed and read back the way a saved game is read. A changed
+// vehicle or mine position rebuilds the board's cells from the vehicles and
+// mines; the pictures are left alone. Refused, with the reason in English and nothing changed, for a
+// key the position doesn't hold, for LOK and EXT, and for a value that is no
+// number where one belongs or that leaves a position SavedGameProblem
+// rejects. Empty when done.
+std::string ChangePositionValue(BoardState& state, GameProgress& progress, const std::string& section,
+                                const std::string& key, const std::string& value);
+
 // What makes a position read from a saved game unfit to play on, in English
 // for the run log: a value outside its range, such as the -1 of a missing
 // key. Empty for a position that can be played.

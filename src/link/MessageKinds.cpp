@@ -33,8 +33,11 @@ std::vector<MessageKind> BuildKinds()
          {}},
         {K::Deck, ".mkk", "GENERAL", DeckKeys(), "the side that won the toss", "the other side's game start",
          W::ReadOncePositionDefault, {}},
-        {K::EndOfTurn, ".eot", "GENERAL", {"TURN"}, "turn loop", "opponent processor", W::RepeatUntilNotMinusOne,
-         {"TURN"}},
+        // HASH, the digest of the sender's position, goes before TURN: once
+        // the commit key TURN is there, so is HASH. A reader that doesn't
+        // know HASH never asks for it.
+        {K::EndOfTurn, ".eot", "GENERAL", {"HASH", "TURN"}, "turn loop", "opponent processor",
+         W::RepeatUntilNotMinusOne, {"TURN"}},
         {K::DiceResult, ".wrp", "GENERAL", {"D1", "D2"}, "turn controller", "opponent processor",
          W::RepeatUntilNotMinusOne, {"D1", "D2"}},
         {K::Action, ".act", "GENERAL", {"DIRECT", "DICE", "VEH", "ACT", "FROM", "TO", "VEHTAG"}, "turn controller",

@@ -177,10 +177,16 @@ std::string ReadProfileString(std::string_view section, std::string_view key, st
     // The file is somebody else's: at most PlainFileReadBound bytes of it are
     // read, and each line is looked at only up to ReadLineLimit bytes.
     const PlainFileContent file = ReadPlainFile(path.string());
+    return ReadProfileStringInText(file.Bytes, section, key, defaultValue);
+}
+
+std::string ReadProfileStringInText(std::string_view text, std::string_view section, std::string_view key,
+                                    std::string_view defaultValue)
+{
     bool inSection = false;
     std::size_t at = 0;
     std::string_view line;
-    while (NextCappedLine(file.Bytes, at, line)) {
+    while (NextCappedLine(text, at, line)) {
         if (const auto name = SectionName(line)) {
             if (inSection)
                 break;

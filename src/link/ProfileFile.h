@@ -53,4 +53,10 @@ bool WriteProfileString(std::string_view section, std::string_view key, std::str
 std::string ReadProfileString(std::string_view section, std::string_view key, std::string_view defaultValue,
                               const std::filesystem::path& path);
 
+// The same read on a text in memory (a saved game's text before it is
+// written, or after one value of it was changed): the same rules of matching,
+// line length and buffer.
+std::string ReadProfileStringInText(std::string_view text, std::string_view section, std::string_view key,
+                                    std::string_view defaultValue);
+
 } // namespace vk

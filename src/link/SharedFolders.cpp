@@ -39,6 +39,12 @@ void Cmd_AddFolder_Click(Hoofdvenster& w)
         }
     }
 
+    AddSharedFolder(w, path);
+}
+
+int AddSharedFolder(Hoofdvenster& w, const QString& path)
+{
+    GlobalValues& g = Global();
     g.LinkBusy = true;
     const int n = g.ExtUsersCount + 1;
     SaveSetting(QStringLiteral("ExtUsersCount"), QString::number(n));
@@ -58,6 +64,7 @@ void Cmd_AddFolder_Click(Hoofdvenster& w)
     g.ExtUsersCount = n;
     WatchSharedFolders();
     g.LinkBusy = false;
+    return n;
 }
 
 void Cmd_RemoveFolder_Click(Hoofdvenster& w)

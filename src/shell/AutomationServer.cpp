@@ -18,6 +18,7 @@
 
 #include <cmath>
 #include <cstdio>
+#include <utility>
 
 namespace vk {
 
@@ -135,7 +136,8 @@ AutomationServer* AutomationServer::Start(const QString& path, QObject* parent)
     return new AutomationServer(server, parent);
 }
 
-AutomationServer::AutomationServer(QLocalServer* server, QObject* parent) : QObject(parent), server_(server)
+AutomationServer::AutomationServer(QLocalServer* server, QObject* parent)
+    : QObject(parent), server_(server), testRequests_(qgetenv("VALKENHORN_TEST_REQUESTS") == "1")
 {
     server_->setParent(this);
     connect(server_, &QLocalServer::newConnection, this, [this] { Accept(); });
@@ -150,6 +152,11 @@ void AutomationServer::SetControls(ControlRegistry* controls, QWidget* mainWindo
 void AutomationServer::SetStateProvider(std::function<QVariantMap()> provider)
 {
     state_ = std::move(provider);
+}
+
+void AutomationServer::SetPositionChanger(PositionChanger changer)
+{
+    positionChanger_ = std::move(changer);
 }
 
 void AutomationServer::Accept()
@@ -238,6 +245,8 @@ QByteArray AutomationServer::Handle(const QByteArray& line, std::function<void()
             reply = State();
         else if (cmd == QLatin1String("screenshot"))
             reply = Screenshot(request);
+        else if (cmd == QLatin1String("tamper"))
+            reply = Tamper(request);
         else
             reply = Refuse(QStringLiteral("unknown command: ") + cmd);
     }
@@ -594,6 +603,33 @@ QJsonObject AutomationServer::Screenshot(const QJsonObject& request) const
     const QPixmap picture = mainWindow_->grab();
     if (picture.isNull() || !picture.save(path.toString(), "PNG"))
         return Refuse(QStringLiteral("cannot write ") + path.toString());
+    return Ok();
+}
+
+QJsonObject AutomationServer::Tamper(const QJsonObject& request) const
+{
+    if (!testRequests_)
+        return Refuse(QStringLiteral("tamper is a test request: start the program with VALKENHORN_TEST_REQUESTS=1"));
+    if (!positionChanger_)
+        return Refuse(QStringLiteral("the main window is not up yet"));
+    const QJsonValue section = request.value(QLatin1String("section"));
+    const QJsonValue key = request.value(QLatin1String("key"));
+    if (!section.isString() || section.toString().isEmpty())
+        return Refuse(QStringLiteral("bad request: no \"section\""));
+    if (!key.isString() || key.toString().isEmpty())
+        return Refuse(QStringLiteral("bad request: no \"key\""));
+    // The value as the saved game writes it: a text, or a whole number.
+    QString value;
+    int number = 0;
+    if (request.value(QLatin1String("value")).isString())
+        value = request.value(QLatin1String("value")).toString();
+    else if (IntField(request, "value", number))
+        value = QString::number(number);
+    else
+        return Refuse(QStringLiteral("bad request: \"value\" must be a text or a whole number"));
+    const QString why = positionChanger_(section.toString(), key.toString(), value);
+    if (!why.isEmpty())
+        return Refuse(why);
     return Ok();
 }
 

@@ -32,6 +32,12 @@ public:
     void SetControls(ControlRegistry* controls, QWidget* mainWindow);
     // The program's named values for {"cmd":"state"}.
     void SetStateProvider(std::function<QVariantMap()> provider);
+    // For {"cmd":"tamper","section":S,"key":K,"value":V}, a test request that
+    // changes one value of the running game's position behind the game's
+    // back: returns an empty text when done, else why not. Served only when
+    // the program was started with VALKENHORN_TEST_REQUESTS=1.
+    using PositionChanger = std::function<QString(const QString& section, const QString& key, const QString& value)>;
+    void SetPositionChanger(PositionChanger changer);
 
 private:
     AutomationServer(QLocalServer* server, QObject* parent);
@@ -53,6 +59,7 @@ private:
     QJsonObject Answer(const QJsonObject& request, std::function<void()>& deliver) const;
     QJsonObject State() const;
     QJsonObject Screenshot(const QJsonObject& request) const;
+    QJsonObject Tamper(const QJsonObject& request) const;
 
     // The control an input is meant for: known and reachable by a user, or an
     // error text in `error`.
@@ -62,6 +69,10 @@ private:
     ControlRegistry* controls_ = nullptr;
     QWidget* mainWindow_ = nullptr;
     std::function<QVariantMap()> state_;
+    PositionChanger positionChanger_;
+    // VALKENHORN_TEST_REQUESTS was 1 at the start: requests that change the
+    // game behind its back are served.
+    bool testRequests_ = false;
     // Clients whose last input has been answered but not yet delivered; their
     // further requests wait, so that they see the input's effect.
     QSet<QLocalSocket*> waiting_;

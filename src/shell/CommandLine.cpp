@@ -1,6 +1,8 @@
 #include "shell/CommandLine.h"
 
 #include <cstdio>
+#include <optional>
+#include <utility>
 
 #ifndef VALKENHORN_VERSION
 #define VALKENHORN_VERSION "0"
@@ -62,6 +64,47 @@ void Write(std::FILE* stream, const QString& text)
     std::fflush(stream);
 }
 
+// The options of a computer player, each with one value: --computer NAME,
+// --folder PATH, --level greedy|random, --invite PLAYER, --games N, --turns N.
+// Returns nothing for another argument; an empty pair once the value is
+// taken; the Dutch and English errors for a missing or wrong value.
+using OptionError = std::pair<QString, QString>;
+
+std::optional<OptionError> ComputerOptionValue(const QStringList& arguments, qsizetype& i, CommandLine& line)
+{
+    static const QStringList names{QStringLiteral("--computer"), QStringLiteral("--folder"),
+                                   QStringLiteral("--level"),    QStringLiteral("--invite"),
+                                   QStringLiteral("--games"),    QStringLiteral("--turns")};
+    const QString argument = arguments[i];
+    if (!names.contains(argument))
+        return std::nullopt;
+    if (i + 1 >= arguments.size() || arguments[i + 1].isEmpty())
+        return OptionError{QStringLiteral("optie %1 vraagt een waarde").arg(argument),
+                           QStringLiteral("option %1 needs a value").arg(argument)};
+    const QString value = arguments[++i];
+    if (argument == QLatin1String("--computer")) {
+        line.ComputerName = value;
+    } else if (argument == QLatin1String("--folder")) {
+        line.ComputerFolder = value;
+    } else if (argument == QLatin1String("--invite")) {
+        line.ComputerInvite = value;
+    } else if (argument == QLatin1String("--games") || argument == QLatin1String("--turns")) {
+        bool number = false;
+        const int count = value.toInt(&number);
+        const bool games = argument == QLatin1String("--games");
+        if (!number || count < (games ? 0 : 1))
+            return OptionError{QStringLiteral("optie %1 vraagt een getal").arg(argument),
+                               QStringLiteral("option %1 needs a number").arg(argument)};
+        (games ? line.ComputerGames : line.ComputerTurns) = count;
+    } else if (value == QLatin1String("greedy") || value == QLatin1String("random")) {
+        line.ComputerLevel = value;
+    } else {
+        return OptionError{QStringLiteral("optie --level is greedy of random"),
+                           QStringLiteral("option --level is greedy or random")};
+    }
+    return OptionError{};
+}
+
 } // namespace
 
 CommandLine ReadCommandLine(const QStringList& arguments)
@@ -96,6 +139,11 @@ CommandLine ReadCommandLine(const QStringList& arguments)
                              QStringLiteral("option --automation needs a path (SOCKET)"));
             continue;
         }
+        if (const std::optional<OptionError> error = ComputerOptionValue(arguments, i, line); error) {
+            if (!error->first.isEmpty())
+                return Wrong(error->first, error->second);
+            continue;
+        }
         if (argument.size() > 1 && argument.startsWith(QLatin1Char('-'))) {
             QString value;
             bool glued = false;
@@ -119,6 +167,16 @@ CommandLine ReadCommandLine(const QStringList& arguments)
         }
         return Wrong(QStringLiteral("onverwacht argument '%1'").arg(argument),
                      QStringLiteral("unexpected argument '%1'").arg(argument));
+    }
+    if (!line.ComputerName.isEmpty() || !line.ComputerFolder.isEmpty() || !line.ComputerInvite.isEmpty()) {
+        if (demo)
+            return Wrong(QStringLiteral("--demo en --computer gaan niet samen"),
+                         QStringLiteral("--demo and --computer do not go together"));
+        if (line.ComputerName.isEmpty() || line.ComputerFolder.isEmpty())
+            return Wrong(QStringLiteral("--computer NAAM en --folder PAD horen samen"),
+                         QStringLiteral("--computer NAME and --folder PATH go together"));
+        line.Run = CommandLine::Mode::Computer;
+        return line;
     }
     if (demo) {
         if (!line.AutomationPath.isEmpty())
@@ -150,8 +208,8 @@ QString VersionText()
 QString UsageText()
 {
     return QStringLiteral(
-        "Gebruik: valkenhorn [--automation SOCKET | --demo | --help | --version]\n"
-        "Usage:   valkenhorn [--automation SOCKET | --demo | --help | --version]\n"
+        "Gebruik: valkenhorn [--automation SOCKET | --demo | --computer NAAM --folder MAP | --help | --version]\n"
+        "Usage:   valkenhorn [--automation SOCKET | --demo | --computer NAME --folder PATH | --help | --version]\n"
         "\n"
         "Zonder optie start het spel. / Without an option the game starts.\n"
         "\n"
@@ -163,6 +221,17 @@ QString UsageText()
         "                       starts two copies on this screen, \"Speler A\" and \"Speler B\",\n"
         "                       each with a temporary home of its own and one shared folder;\n"
         "                       all is removed once both have ended\n"
+        "  --computer NAAM --folder MAP [--level greedy|random] [--invite SPELER]\n"
+        "                       een computerspeler NAAM op de gedeelde map MAP, zonder venster;\n"
+        "                       greedy speelt om te winnen, random kiest lukraak; met --invite\n"
+        "                       nodigt hij SPELER uit, anders wacht hij op een uitnodiging\n"
+        "                       a computer player NAME on the shared folder PATH, without a window;\n"
+        "                       greedy plays to win, random picks at random; with --invite it\n"
+        "                       invites PLAYER, else it waits to be invited\n"
+        "  --games N            de computerspeler start N spellen en wacht dan (0: zonder einde)\n"
+        "                       the computer player starts N games, then waits (0: no end)\n"
+        "  --turns N            hij stopt en bewaart een spel dat beurt N bereikt (400)\n"
+        "                       it stops and saves a game that reaches turn N (400)\n"
         "  --help               toont deze hulp / shows this help\n"
         "  --version            toont de versie / shows the version\n"
         "\n"
@@ -183,6 +252,7 @@ int AnswerCommandLine(const CommandLine& line)
         return 2;
     case CommandLine::Mode::Play:
     case CommandLine::Mode::Demo:
+    case CommandLine::Mode::Computer:
         break;
     }
     return -1;

@@ -102,7 +102,8 @@ void Hoofdvenster::BuildTopLevel()
 
     frExtern = Add(new FrameControl(this, QStringLiteral("frExtern"), QStringLiteral("Externe Speler")));
     // Moved from 9360, 120 (over fields 5 to 9) to open sea in the lower half.
-    frExtern->Move(14160, 9960, 2175, 2700);
+    // Taller than the design's frame by one row, for "Tegen de computer".
+    frExtern->Move(14160, 9960, 2175, 3180);
     frExtern->SetEnabled(false);
 
     frDices = Add(new FrameControl(this, QStringLiteral("frDices"), QStringLiteral("Actie Commando")));
@@ -202,6 +203,9 @@ void Hoofdvenster::BuildExternalPlayer()
     Cmd_RemoveFolder = Add(new ButtonControl(frExtern, QStringLiteral("Cmd_RemoveFolder"), QStringLiteral("Map verwijderen...")));
     Cmd_RemoveFolder->Move(240, 2160, 1695, 300);
     Cmd_RemoveFolder->SetEnabled(false);
+
+    cmdComputer = Add(new ButtonControl(frExtern, QStringLiteral("cmdComputer"), QStringLiteral("Tegen de computer")));
+    cmdComputer->Move(240, 2640, 1695, 300);
 }
 
 void Hoofdvenster::BuildDices()

@@ -86,6 +86,7 @@ public:
     ComboBoxControl* Combo_ExternUsers;
     CheckBoxControl* Check1;
     ButtonControl* cmdRequestToPlay;
+    ButtonControl* cmdComputer;  // "Tegen de computer": a game against a computer player
     ButtonControl* Cmd_AddFolder;
     ButtonControl* Cmd_RemoveFolder;
 

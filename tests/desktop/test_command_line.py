@@ -48,7 +48,8 @@ class Help(unittest.TestCase):
         self.assertEqual((0, ""), (code, err))
         self.assertIn("Gebruik: valkenhorn", out)
         self.assertIn("Usage:", out)
-        for option in ("--automation SOCKET", "--demo", "--help", "--version"):
+        for option in ("--automation SOCKET", "--demo", "--help", "--version", "--computer NAAM --folder MAP",
+                       "--level greedy|random", "--invite SPELER", "--games N", "--turns N"):
             self.assertIn(option, out)
         # Each option is told in both languages.
         self.assertIn("toont de versie / shows the version", out)
@@ -95,6 +96,29 @@ class WrongCommandLine(unittest.TestCase):
     def test_demo_with_automation(self):
         self.check(["--demo", "--automation", "/tmp/vk-none.sock"], "--demo en --automation gaan niet samen",
                    "--demo and --automation do not go together")
+
+    def test_computer_without_folder(self):
+        self.check(["--computer", "Robot"], "--computer NAAM en --folder PAD horen samen",
+                   "--computer NAME and --folder PATH go together")
+
+    def test_computer_without_name(self):
+        self.check(["--computer"], "optie --computer vraagt een waarde", "option --computer needs a value")
+
+    def test_computer_level_unknown(self):
+        self.check(["--computer", "Robot", "--folder", "/tmp", "--level", "slim"],
+                   "optie --level is greedy of random", "option --level is greedy or random")
+
+    def test_computer_games_not_a_number(self):
+        self.check(["--computer", "Robot", "--folder", "/tmp", "--games", "veel"], "optie --games vraagt een getal",
+                   "option --games needs a number")
+
+    def test_computer_turns_zero(self):
+        self.check(["--computer", "Robot", "--folder", "/tmp", "--turns", "0"], "optie --turns vraagt een getal",
+                   "option --turns needs a number")
+
+    def test_demo_with_computer(self):
+        self.check(["--demo", "--computer", "Robot", "--folder", "/tmp"], "--demo en --computer gaan niet samen",
+                   "--demo and --computer do not go together")
 
     def test_qt_option_without_its_value(self):
         self.check(["-platform"], "optie -platform vraagt een waarde", "option -platform needs a value")

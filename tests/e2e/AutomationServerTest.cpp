@@ -508,6 +508,67 @@ TEST_F(AutomationServerTest, StateComesFromTheProvider)
     });
 }
 
+// The test request that changes the game behind its back: served by a server
+// started with VALKENHORN_TEST_REQUESTS=1 only, its fields checked before the
+// program's changer sees them, the changer's refusal passed on.
+TEST_F(AutomationServerTest, TamperIsServedOnlyWhenTestRequestsAreOn)
+{
+    QStringList calls;
+    const auto changer = [&calls](const QString& section, const QString& key, const QString& value) {
+        calls << section + QLatin1Char('/') + key + QLatin1Char('=') + value;
+        return key == QLatin1String("GEEN") ? QStringLiteral("the position holds no key GEEN") : QString();
+    };
+    const QJsonObject request{{"cmd", "tamper"}, {"section", "KOMP_LOK"}, {"key", "RES"}, {"value", "7"}};
+
+    // The fixture's server was started without the variable.
+    const QByteArray saved = qgetenv("VALKENHORN_TEST_REQUESTS");
+    ASSERT_TRUE(saved.isEmpty()) << "the test runs without VALKENHORN_TEST_REQUESTS";
+    server->SetPositionChanger(changer);
+    Script([&](Client& c) {
+        const QJsonObject reply = c.Ask(request);
+        EXPECT_TRUE(Refused(reply));
+        EXPECT_TRUE(reply.value("error").toString().contains(QStringLiteral("VALKENHORN_TEST_REQUESTS=1")));
+    });
+
+    for (const char* value : {"0", "yes", "1"}) {
+        qputenv("VALKENHORN_TEST_REQUESTS", value);
+        const QString otherPath = dir.filePath(QStringLiteral("tamper-") + QLatin1String(value) + ".sock");
+        std::unique_ptr<AutomationServer> other(AutomationServer::Start(otherPath, nullptr));
+        qunsetenv("VALKENHORN_TEST_REQUESTS");
+        ASSERT_NE(other, nullptr);
+        const bool on = std::strcmp(value, "1") == 0;
+        Script(
+            [&](Client& c) {
+                // No changer yet: the window is not up.
+                EXPECT_TRUE(Refused(c.Ask(request))) << value;
+            },
+            otherPath);
+        other->SetPositionChanger(changer);
+        Script(
+            [&](Client& c) {
+                EXPECT_EQ(Ok(c.Ask(request)), on) << value;
+                if (!on)
+                    return;
+                // A whole number does as well as its text.
+                EXPECT_TRUE(
+                    Ok(c.Ask(QJsonObject{{"cmd", "tamper"}, {"section", "STACK"}, {"key", "POINT"}, {"value", 28}})));
+                const QJsonObject refused =
+                    c.Ask(QJsonObject{{"cmd", "tamper"}, {"section", "KOMP_LOK"}, {"key", "GEEN"}, {"value", "1"}});
+                EXPECT_TRUE(Refused(refused));
+                EXPECT_EQ(refused.value("error").toString(), QStringLiteral("the position holds no key GEEN"));
+                for (const QJsonObject& bad : {QJsonObject{{"cmd", "tamper"}, {"key", "RES"}, {"value", "7"}},
+                                               QJsonObject{{"cmd", "tamper"}, {"section", "KOMP_LOK"}, {"value", "7"}},
+                                               QJsonObject{{"cmd", "tamper"}, {"section", "KOMP_LOK"}, {"key", "RES"}},
+                                               QJsonObject{{"cmd", "tamper"}, {"section", "KOMP_LOK"}, {"key", "RES"},
+                                                           {"value", 1.5}}})
+                    EXPECT_TRUE(Refused(c.Ask(bad)));
+            },
+            otherPath);
+    }
+    EXPECT_EQ(calls, (QStringList{QStringLiteral("KOMP_LOK/RES=7"), QStringLiteral("STACK/POINT=28"),
+                                  QStringLiteral("KOMP_LOK/GEEN=1")}));
+}
+
 TEST_F(AutomationServerTest, ScreenshotWritesAPngOfTheWindow)
 {
     const QString file = dir.filePath(QStringLiteral("shot.png"));

@@ -7,7 +7,9 @@ mines, flags, the jeep's rescue run and the end of a game by victory.
     python3 test_game.py PATH/TO/valkenhorn TestClass[.test_method]
 
 After every turn both copies must hold the same position, each seen from its
-own side, and both run logs the lines of the turn, one after the other.
+own side, and both run logs the lines of the turn, one after the other; the
+copy that read the end of the turn warns that the positions differ exactly
+when they do (the differences the game keeps on purpose).
 
 Exit code 0 when all pass, 1 on a failure, 77 when the tests were skipped."""
 
@@ -43,6 +45,11 @@ CLOSING_TEXT = ("om opnieuw te spelen met dezelfde speler, druk op 'spel starten
                 "speler druk eerst op 'verbreken' om daarna die andere speler uit te nodigen. druk op 'afsluiten' om "
                 "het programma te beeindigen.")
 TURN_ENDED = "opponent's turn ended at "
+# What the reader of an end of turn logs when the digest the opponent sent
+# differs from its own position's.
+DESYNC = "position differs from opponent's at "
+DESYNC_LINES = [DESYNC, re.compile(r"^opponent's digest [0-9a-f]{16}, own digest [0-9a-f]{16}$")]
+DESYNC_WARNING = "let op: uw spel en dat van uw tegenstander lopen uiteen."
 YOUR_TURN = ("u bent aan de beurt. gelieve op de knop 'gooien' te drukken, of op 'einde beurt' om je beurt over te "
              "slaan.")
 THEIR_TURN = ("het is nu de beurt aan de externe speler. indien er interactie van u nodig is, zal u daarvan melding "
@@ -246,6 +253,15 @@ class GameTest(unittest.TestCase):
         self.assertEqual(sorted(known), sorted(differences),
                          "positions of %s and %s (turned) differ" % (a.label, b.label))
 
+    def assertNoDesyncNext(self, c):
+        """The line after the log cursor of c, if any, is no warning that the
+        positions differ."""
+        lines = game_lines(c.log_lines())
+        cursor = self.cursor[c.name]
+        if cursor < len(lines):
+            self.assertFalse(lines[cursor].startswith(DESYNC), "%s: %r after the end of the turn"
+                             % (c.label, lines[cursor]))
+
     def expect_log(self, c, expected):
         lines = game_lines(c.log_lines())
         self.cursor[c.name] = expect_lines_from(lines, self.cursor[c.name], expected, c.label)
@@ -285,6 +301,14 @@ class GameTest(unittest.TestCase):
         self.expect_log(mover, own + ["ending turn at "])
         self.expect_log(watcher, theirs + [TURN_ENDED])
         if not last:
+            # The end of turn carries the digest of the mover's position: the
+            # watcher warns exactly when the two positions differ.
+            if known:
+                self.expect_log(watcher, DESYNC_LINES)
+            else:
+                self.assertNoDesyncNext(watcher)
+            for c in (mover, watcher):
+                self.assertEqual(c.count_lines(DESYNC), c.state()["Desyncs"], c.label)
             self.assertSamePosition(self.green, self.brown, known)
             for c in (mover, watcher):
                 self.check_pictures(c)

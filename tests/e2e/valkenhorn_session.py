@@ -59,7 +59,7 @@ class Session:
     """One run of the program with its own data and config folders and socket."""
 
     def __init__(self, program, display, data_home=None, config_home=None, time_scale=TIME_SCALE, automation=True,
-                 env=None):
+                 env=None, arguments=()):
         self.program = program
         self.display = display
         self.scratch = tempfile.mkdtemp(prefix="vk-e2e-")
@@ -74,6 +74,7 @@ class Session:
         self.time_scale = time_scale
         self.automation = automation
         self.extra_env = env or {}
+        self.extra_arguments = list(arguments)
         self.process = None
         self.connection = None
         self.reader = None
@@ -104,7 +105,8 @@ class Session:
         env.pop("WAYLAND_DISPLAY", None)
         env.update(self.extra_env)
         self.output = open(self.output_path, "wb")
-        arguments = [self.program] + (["--automation", self.socket_path] if self.automation else [])
+        arguments = [self.program] + (["--automation", self.socket_path] if self.automation else []) + \
+            self.extra_arguments
         self.process = subprocess.Popen(arguments, env=env, stdout=self.output, stderr=subprocess.STDOUT)
         if self.automation:
             self.connect()

@@ -37,7 +37,7 @@ std::vector<Expected> ExpectedKinds()
         {MessageKindId::GameStart, ".goo", "GENERAL", {"SPEL"}},
         {MessageKindId::Toss, ".d", "GENERAL", {"GOOI"}},
         {MessageKindId::Deck, ".mkk", "GENERAL", deck},
-        {MessageKindId::EndOfTurn, ".eot", "GENERAL", {"TURN"}},
+        {MessageKindId::EndOfTurn, ".eot", "GENERAL", {"HASH", "TURN"}},
         {MessageKindId::DiceResult, ".wrp", "GENERAL", {"D1", "D2"}},
         {MessageKindId::Action, ".act", "GENERAL", {"DIRECT", "DICE", "VEH", "ACT", "FROM", "TO", "VEHTAG"}},
         {MessageKindId::GameStopped, ".stp", "GAME", {"STATUS"}},
@@ -77,6 +77,9 @@ TEST(MessageKinds, ReaderGuardsFollowTheKind)
     EXPECT_EQ(vk::KindOf(MessageKindId::PersonnelUsed).Wait, W::RepeatAllUntilCommit100);
     EXPECT_EQ(vk::KindOf(MessageKindId::RadioYambo).Wait, W::RepeatCommitUntil100);
     EXPECT_EQ(vk::KindOf(MessageKindId::DiceResult).WaitKeys, (std::vector<std::string>{"D1", "D2"}));
+    // The reader of a .eot waits for TURN alone: a file without HASH reads as before.
+    EXPECT_EQ(vk::KindOf(MessageKindId::EndOfTurn).Wait, W::RepeatUntilNotMinusOne);
+    EXPECT_EQ(vk::KindOf(MessageKindId::EndOfTurn).WaitKeys, (std::vector<std::string>{"TURN"}));
     EXPECT_EQ(vk::KindOf(MessageKindId::PersonnelDealt).WaitKeys, (std::vector<std::string>{"CARDIND", "CARDIN"}));
 }
 
