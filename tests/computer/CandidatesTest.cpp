@@ -22,17 +22,8 @@ using testing::LoadCompanies;
 using testing::LoadOwnMine;
 using testing::NewGame;
 using testing::PutVehicle;
+using testing::Turn;
 using Candidate = ComputerChoice::Candidate;
-
-TurnSituation Turn(int side, int phase, int dice1, int dice2)
-{
-    TurnSituation turn;
-    turn.Side = side;
-    turn.Phase = phase;
-    turn.Dice1 = dice1;
-    turn.Dice2 = dice2;
-    return turn;
-}
 
 std::vector<Candidate> CandidatesOf(const BoardState& state, const TurnSituation& turn)
 {

@@ -34,6 +34,16 @@ int PickPhase(int phase, int die)
 
 } // namespace
 
+TurnSituation Turn(int side, int phase, int dice1, int dice2)
+{
+    TurnSituation turn;
+    turn.Side = side;
+    turn.Phase = phase;
+    turn.Dice1 = dice1;
+    turn.Dice2 = dice2;
+    return turn;
+}
+
 bool ApplyPlannedAction(BoardState& state, TurnSituation& turn, const PlannedAction& action)
 {
     const int side = turn.Side;

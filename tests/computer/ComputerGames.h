@@ -19,6 +19,9 @@ namespace vk::testing {
 // (the field of an enemy vehicle for a shot). `turn` takes the words and the
 // phase the clicks leave (9, 18 or 27). Returns false, with `state` and `turn`
 // as far as they got, when a click is refused or not carried out.
+// The turn's values at `phase` after a roll of `dice1` and `dice2`.
+TurnSituation Turn(int side, int phase, int dice1, int dice2);
+
 bool ApplyPlannedAction(BoardState& state, TurnSituation& turn, const PlannedAction& action);
 
 // The time a player spent deciding in one turn: all its ChooseDie and

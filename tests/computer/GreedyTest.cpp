@@ -21,16 +21,7 @@ namespace {
 using testing::LoadCompanies;
 using testing::NewGame;
 using testing::PutVehicle;
-
-TurnSituation Turn(int side, int phase, int dice1, int dice2)
-{
-    TurnSituation turn;
-    turn.Side = side;
-    turn.Phase = phase;
-    turn.Dice1 = dice1;
-    turn.Dice2 = dice2;
-    return turn;
-}
+using testing::Turn;
 
 // The first empty road square `slot` of `side` reaches from `from` with
 // exactly `steps`.
