@@ -7,6 +7,7 @@
 #include "link/SharedFolderFiles.h"
 #include "shell/Clock.h"
 #include "shell/Global.h"
+#include "shell/RunLog.h"
 #include "shell/Settings.h"
 #include "ui/CardPanels.h"
 #include "ui/Controls.h"
@@ -17,15 +18,20 @@
 #include <QDir>
 
 #include <algorithm>
+#include <cstdint>
 #include <utility>
 
 namespace vk {
 
 namespace {
 
-// Think times that may pass with nothing changed before a gesture is made
-// again: a gesture that found its control hidden for a moment is dropped.
+// Think times, and at least a second of the clock, that may pass with nothing
+// changed before a gesture is made again: a gesture that found its control
+// hidden for a moment is dropped. The second keeps a busy machine, slow to
+// deliver the first gesture, from getting it twice (a second double click on
+// a vehicle just picked gives the pick back).
 constexpr int kRetryTicks = 8;
+constexpr std::uint32_t kRetryMs = 1000;
 // Tries of a destination click before the pick is given up.
 constexpr int kDestinationTries = 3;
 // Think times an invitation may go unanswered before it is sent again.
@@ -109,11 +115,14 @@ bool ComputerPlayer::Repeating()
         lastSituation_ = now;
         acted_ = false;
         sameTicks_ = 0;
+        sameSince_ = GetTickCount();
         return false;
     }
     if (!acted_)
         return false;
-    if (++sameTicks_ < kRetryTicks)
+    // Unsigned, so that the clock's wrap gives the right span.
+    const auto span = static_cast<std::uint32_t>(GetTickCount()) - static_cast<std::uint32_t>(sameSince_);
+    if (++sameTicks_ < kRetryTicks || span < kRetryMs)
         return true;
     acted_ = false;
     sameTicks_ = 0;
@@ -432,6 +441,8 @@ void ComputerPlayer::FieldVehiclePicked(int phase)
     destinationAt_ = here;
     if (destinationTries_ > kDestinationTries) {
         // The click was not taken: the pick is given back and the turn ends.
+        LogAt(QStringLiteral("computer player gives back its pick of vehicle ") + QString::number(plan_.Slot) +
+              QStringLiteral(" at "));
         endTurn_ = true;
         planned_ = false;
         DoubleClickCentre(&w_.Voertuig(side, plan_.Slot));

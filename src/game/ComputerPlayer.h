@@ -14,6 +14,7 @@
 #include <QString>
 #include <QTimer>
 
+#include <cstdint>
 #include <functional>
 #include <optional>
 
@@ -77,6 +78,7 @@ private:
     QTimer timer_;
     QString lastSituation_;
     int sameTicks_ = 0;
+    std::int32_t sameSince_ = 0;
     bool acted_ = false;
     bool invited_ = false;
     int gamesStarted_ = 0;
