@@ -11,7 +11,6 @@
 #include <system_error>
 #include <type_traits>
 #include <utility>
-#include <vector>
 
 namespace vk {
 
@@ -258,25 +257,12 @@ std::string ChangePositionValue(BoardState& state, GameProgress& progress, const
     // missing key from any value.
     if (ReadProfileStringInText(text, section, key, "\n") == "\n")
         return "the position holds no key " + key + " in section " + section;
-    const auto upper = [](std::string name) {
-        for (char& c : name)
-            if (c >= 'a' && c <= 'z')
-                c = static_cast<char>(c - 'a' + 'A');
-        return name;
-    };
-    const std::string sectionName = upper(section);
-    if (sectionName == "MAIN" && (upper(key) == "LOK" || upper(key) == "EXT"))
+    if (SameProfileName(section, "MAIN") && (SameProfileName(key, "LOK") || SameProfileName(key, "EXT")))
         return "the sides of a running game cannot be changed";
     if (value.find_first_of("\r\n") != std::string::npos)
         return "a value cannot hold a line end";
 
-    std::vector<std::string> lines;
-    for (std::size_t at = 0; at < text.size();) {
-        const std::size_t end = text.find("\r\n", at);
-        lines.push_back(text.substr(at, end - at));
-        at = end == std::string::npos ? text.size() : end + 2;
-    }
-    ProfileText changed(std::move(lines));
+    ProfileText changed = ProfileText::FromText(text);
     changed.Write(section, key, value);
 
     BoardState board = state;
@@ -290,7 +276,10 @@ std::string ChangePositionValue(BoardState& state, GameProgress& progress, const
         return problem;
     // The cells of the board follow a vehicle or a mine that was moved, as a
     // loaded game's do; other changes leave them as they stand.
-    if (sectionName.rfind("VEHPOS_", 0) == 0 || sectionName.rfind("MIJN_", 0) == 0)
+    const auto startsWith = [&section](std::string_view prefix) {
+        return section.size() >= prefix.size() && SameProfileName(section.substr(0, prefix.size()), prefix);
+    };
+    if (startsWith("VEHPOS_") || startsWith("MIJN_"))
         RebuildBoardCells(board);
     state = std::move(board);
     progress = std::move(read);

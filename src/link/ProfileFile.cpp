@@ -63,14 +63,10 @@ std::optional<KeyLine> KeyValue(std::string_view line)
     return KeyLine{Trim(line.substr(0, equals)), Trim(line.substr(equals + 1))};
 }
 
-// The lines of the file without their ends; CRLF and LF both end a line.
-// A missing file gives no lines, and so does anything that is not a regular
-// file or can't be read: a write then replaces it with a file of its own.
-std::vector<std::string> ReadLines(const std::filesystem::path& path)
+// The lines of a text without their ends; CRLF and LF both end a line.
+std::vector<std::string> SplitLines(std::string_view content)
 {
     std::vector<std::string> lines;
-    const PlainFileContent file = ReadPlainFile(path.string());
-    const std::string& content = file.Bytes;
     std::size_t start = 0;
     while (start < content.size()) {
         std::size_t end = content.find('\n', start);
@@ -80,10 +76,18 @@ std::vector<std::string> ReadLines(const std::filesystem::path& path)
         std::size_t stop = end;
         if (stop > start && content[stop - 1] == '\r')
             --stop;
-        lines.emplace_back(content, start, stop - start);
+        lines.emplace_back(content.substr(start, stop - start));
         start = next;
     }
     return lines;
+}
+
+// The lines of the file. A missing file gives no lines, and so does anything
+// that is not a regular file or can't be read: a write then replaces it with
+// a file of its own.
+std::vector<std::string> ReadLines(const std::filesystem::path& path)
+{
+    return SplitLines(ReadPlainFile(path.string()).Bytes);
 }
 
 // Takes the next line (ended by LF, a CR before it dropped) of text from
@@ -115,6 +119,16 @@ std::string CutToBuffer(std::string_view text)
 }
 
 } // namespace
+
+ProfileText ProfileText::FromText(std::string_view text)
+{
+    return ProfileText(SplitLines(text));
+}
+
+bool SameProfileName(std::string_view a, std::string_view b)
+{
+    return SameName(a, b);
+}
 
 void ProfileText::Write(std::string_view section, std::string_view key, std::string_view value)
 {

@@ -23,10 +23,16 @@ inline constexpr std::size_t ProfileBufferLength = 1000;
 // The lines of an INI text in memory, written key by key by the same rules as
 // a file: a whole saved game is built here and published at once, and its
 // text is what two copies compare.
+// Whether two section or key names are the same, as the profile functions
+// compare them: ASCII letters in either case.
+bool SameProfileName(std::string_view a, std::string_view b);
+
 class ProfileText {
 public:
     ProfileText() = default;
     explicit ProfileText(std::vector<std::string> lines) : lines_(std::move(lines)) {}
+    // The lines of a whole text, CRLF or LF ended.
+    static ProfileText FromText(std::string_view text);
     void Write(std::string_view section, std::string_view key, std::string_view value);
     // The lines, each ended by CRLF.
     std::string Text() const;
