@@ -45,6 +45,8 @@ GAME_PATIENCE = float(os.environ.get("VALKENHORN_COMPUTER_PATIENCE", "900"))
 
 # From the bottom of the deck to its top: 2, 8 and 17 are drawn last.
 DECK = [2, 8, 17] + [card for card in range(1, 33) if card not in (2, 8, 17)]
+# Whichever copy deals, computer or not, lays the deck so.
+DECK_ENV = {"VALKENHORN_DECK": ",".join(str(c) for c in DECK)}
 
 DESYNC = "position differs from opponent's at "
 # Radio Yambo cards whose effect the two copies carry out differently on
@@ -155,7 +157,7 @@ class ComputerCopy(Session):
             arguments += ["--invite", invite]
         super().__init__(PROGRAM, os.environ.get("DISPLAY", ""), data_home=os.path.join(home, "data"),
                          config_home=os.path.join(home, "config"), time_scale=time_scale,
-                         env={"VALKENHORN_DECK": ",".join(str(c) for c in DECK)}, arguments=arguments)
+                         env=DECK_ENV, arguments=arguments)
         self.name = name
 
 
@@ -309,7 +311,8 @@ class RealAgainstComputer(unittest.TestCase):
         x = XServer()
         x.__enter__()
         self.addCleanup(x.__exit__, None, None, None)
-        anna = GameCopy(PROGRAM, x.display, root, "anna", local_ids(1)[0], [shared], [None], time_scale="0.05")
+        anna = GameCopy(PROGRAM, x.display, root, "anna", local_ids(1)[0], [shared], [None], time_scale="0.05",
+                        env=DECK_ENV)
         anna.patience = 120
         self.addCleanup(anna.close)
         computer = ComputerCopy(root, "Computer", shared, "greedy", invite="anna", turns=self.TURNS,
