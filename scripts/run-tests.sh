@@ -11,6 +11,7 @@ top=$PWD
 
 export CTEST_OUTPUT_ON_FAILURE=1
 status=0
+failed_suites=()
 
 run_suite() {
   local dir=$1; shift
@@ -18,16 +19,31 @@ run_suite() {
   cmake -S "$top" -B "$top/$dir" -G Ninja "$@"
   cmake --build "$top/$dir" -j2
   echo "=== testing in $dir"
-  (cd "$top/$dir" && ctest --timeout 600) || status=1
+  if ! (cd "$top/$dir" && ctest --timeout 600); then
+    status=1
+    failed_suites+=("$dir")
+  fi
 }
 
 run_suite build -DCMAKE_BUILD_TYPE=RelWithDebInfo
 echo "=== screenshots into docs/screenshots"
-python3 "$top/scripts/screenshots.py" --program "$top/build/program/valkenhorn" "$top/docs/screenshots" || status=1
+if ! python3 "$top/scripts/screenshots.py" --program "$top/build/program/valkenhorn" "$top/docs/screenshots"; then
+  status=1
+  failed_suites+=(screenshots)
+fi
 
 export ASAN_OPTIONS=detect_leaks=1:abort_on_error=1:detect_stack_use_after_return=0
 export LSAN_OPTIONS=suppressions=$top/scripts/lsan-suppressions.txt:print_suppressions=0
 export UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1
 run_suite build-sanitize -DCMAKE_BUILD_TYPE=Debug -DVALKENHORN_SANITIZE=ON -DVALKENHORN_BENCHMARKS=OFF
 
+# A whole run's log is long: repeat what failed at its end, where it is read.
+for dir in "${failed_suites[@]}"; do
+  if [ "$dir" = screenshots ]; then
+    echo "=== the screenshots failed (see scripts/screenshots.py's output above)"
+  else
+    echo "=== failed tests in $dir"
+    python3 "$top/scripts/failed-tests.py" "$top/$dir"
+  fi
+done
 exit $status
