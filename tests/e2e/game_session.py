@@ -44,6 +44,24 @@ MINE_TITLE = "Mijn afzetten?"
 MINE_TEXT = "Wilt u de mijn afzetten op het vakje dat u verlaat?"
 
 
+# The dealer writes the deck's keys one by one, and the receiver reads them
+# as soon as the file is there, each with its own position as the default: a
+# receiver that comes too early holds another deck than the dealer, without
+# notice. The game keeps that race; three seconds of its waits lie between
+# the two, a fraction of a second at the tests' time scales, so that a busy
+# machine loses the race now and then. A test that needs one deck on both
+# copies starts such a game again.
+DEAL_ATTEMPTS = 3
+
+
+def deck_read_too_early(dealt, received):
+    """Whether the received deck differs from the dealt one only by cards
+    read as the default of their position, the mark of a deck read before
+    it was complete."""
+    return dealt != received and all(card == position for position, (want, card) in
+                                     enumerate(zip(dealt, received), start=1) if want != card)
+
+
 # -- the position as a saved game holds it --------------------------------
 
 

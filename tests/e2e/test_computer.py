@@ -20,7 +20,9 @@ apart.
 The deck is dealt in a fixed order that puts the Radio Yambo cards 2, 8 and
 17 at the bottom: their loss of companies writes the kept, garbled tag of a
 kanon or an infantry vehicle and ends both copies with a fault, which
-test_radio_yambo.py covers. Standard library only."""
+test_radio_yambo.py covers. A game whose deck the brown copy read before the
+green one had written it all is started again (game_session.DEAL_ATTEMPTS).
+Standard library only."""
 
 import os
 import re
@@ -33,7 +35,8 @@ import unittest
 sys.dont_write_bytecode = True
 sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
 
-from game_session import GameCopy, parse_position, position_differences  # noqa: E402
+from game_session import (DEAL_ATTEMPTS, GameCopy, deck_read_too_early, parse_position,  # noqa: E402
+                          position_differences)
 from link_session import local_ids  # noqa: E402
 from valkenhorn_session import Session, XServer, run_tests  # noqa: E402
 
@@ -168,25 +171,58 @@ class GameOutcome:
         self.outputs = outputs
 
 
+def logged_deck(log):
+    """The deck as a copy's run log lists it after the toss, or None before."""
+    if "order of shuffled cards:" not in log:
+        return None
+    at = log.index("order of shuffled cards:")
+    cards = [re.match(r"^card \d\d: (\d\d)$", line) for line in log[at + 1:at + 33]]
+    return [int(card.group(1)) for card in cards] if len(cards) == 32 and all(cards) else None
+
+
+class DealLost(Exception):
+    """The brown copy read the deck before the green one had written it all."""
+
+
+def deck_read_too_early_by(copies):
+    """None until both copies' logs list the deck; then whether the brown
+    copy read it too early."""
+    logs = [c.log_lines() for c in copies]
+    decks = [logged_deck(log) for log in logs]
+    if not all(decks):
+        return None
+    green = 0 if any(" plays with the green army at " in line for line in logs[0]) else 1
+    return deck_read_too_early(decks[green], decks[1 - green])
+
+
 class ComputerGames(unittest.TestCase):
     def play(self, level_a, level_b):
         outcomes = []
         for game in range(GAMES):
-            root = tempfile.mkdtemp(prefix="vk-computer-")
-            try:
-                outcomes.append(self.one_game(root, level_a, level_b, game))
-            except BaseException:
-                # The homes and logs of a failed game stay for a look.
-                print("game %d failed: its homes are kept in %s" % (game, root), file=sys.stderr)
-                raise
-            shutil.rmtree(root, ignore_errors=True)
+            for attempt in range(1, DEAL_ATTEMPTS + 1):
+                root = tempfile.mkdtemp(prefix="vk-computer-")
+                try:
+                    outcomes.append(self.one_game(root, level_a, level_b, game, attempt < DEAL_ATTEMPTS))
+                except DealLost:
+                    print("game %d, attempt %d: the deck was read too early; the game starts again" % (game, attempt),
+                          file=sys.stderr)
+                    shutil.rmtree(root, ignore_errors=True)
+                    continue
+                except BaseException:
+                    # The homes and logs of a failed game stay for a look.
+                    print("game %d failed: its homes are kept in %s" % (game, root), file=sys.stderr)
+                    raise
+                shutil.rmtree(root, ignore_errors=True)
+                break
         wins = sum(1 for o in outcomes if o.states[0]["GameWon"])
         losses = sum(1 for o in outcomes if o.states[1]["GameWon"])
         turns = [max(s["TurnNumber"] for s in o.states) for o in outcomes]
         print("%s against %s: %d games, %d won, %d lost, %d stopped; turns per game %s"
               % (level_a, level_b, len(outcomes), wins, losses, len(outcomes) - wins - losses, turns))
 
-    def one_game(self, root, level_a, level_b, number):
+    def one_game(self, root, level_a, level_b, number, deal_again=False):
+        """One game; with deal_again, a deck that the brown copy read too
+        early raises DealLost instead of playing on."""
         shared = os.path.join(root, "shared")
         os.makedirs(shared)
         a = ComputerCopy(root, "Alfa", shared, level_a, invite="Bravo")
@@ -199,9 +235,15 @@ class ComputerGames(unittest.TestCase):
             time.sleep(2.2)
             b.start()
             started = False
+            dealt = False
             one_sided = None
             deadline = time.monotonic() + GAME_PATIENCE
             while True:
+                if not dealt:
+                    too_early = deck_read_too_early_by(copies)
+                    dealt = too_early is not None
+                    if too_early and deal_again:
+                        raise DealLost()
                 for c in copies:
                     if not c.running():
                         self.fail("game %d: %s ended (code %s):\n%s\n%s"
@@ -304,6 +346,14 @@ class RealAgainstComputer(unittest.TestCase):
     TURNS = int(os.environ.get("VALKENHORN_COMPUTER_REAL_TURNS", "40"))
 
     def test_whole_game(self):
+        for attempt in range(1, DEAL_ATTEMPTS + 1):
+            try:
+                self.whole_game(attempt < DEAL_ATTEMPTS)
+                return
+            except DealLost:
+                print("attempt %d: the deck was read too early; the game starts again" % attempt, file=sys.stderr)
+
+    def whole_game(self, deal_again):
         root = tempfile.mkdtemp(prefix="vk-computer-real-")
         self.addCleanup(shutil.rmtree, root, True)
         shared = os.path.join(root, "shared")
@@ -338,8 +388,16 @@ class RealAgainstComputer(unittest.TestCase):
 
         compared = 0
         started = False
+        dealt = False
         deadline = time.monotonic() + GAME_PATIENCE
         while True:
+            if not dealt:
+                too_early = deck_read_too_early_by((anna, computer))
+                dealt = too_early is not None
+                if too_early and deal_again:
+                    anna.close()
+                    computer.close()
+                    raise DealLost()
             self.assertTrue(computer.running(), "the computer copy ended:\n%s" % computer.program_output()[-3000:])
             self.assertTrue(anna.running(), "anna's copy ended:\n%s" % anna.program_output()[-3000:])
             self.assertLess(time.monotonic(), deadline, "the game did not end")
