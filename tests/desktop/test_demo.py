@@ -141,11 +141,21 @@ class DemoRun:
         return sorted(n for n in os.listdir(self.tmp) if n.startswith("valkenhorn-demo-"))
 
     def wait_children(self, count=2, timeout=60):
+        """The demo's copies, once each has started with its own homes: a
+        child that has been forked but not yet started the program still
+        shows the demo's own environment."""
+        def started(pid):
+            try:
+                home = environment_of(pid).get("XDG_DATA_HOME", "")
+            except OSError:
+                return False
+            return home.startswith(self.tmp + "/")
+
         def found():
             if self.process.poll() is not None:
                 raise AssertionError("the demo ended (code %s):\n%s" % (self.process.returncode, self.output_text()))
             kids = children_of(self.process.pid)
-            return kids if len(kids) == count else None
+            return kids if len(kids) == count and all(started(pid) for pid in kids) else None
         return wait_until(found, "%d copies of the demo" % count, timeout)
 
     def wait_exit(self, timeout=60):
