@@ -62,6 +62,26 @@ def deck_read_too_early(dealt, received):
                                      enumerate(zip(dealt, received), start=1) if want != card)
 
 
+def logged_deck(log):
+    """The deck as a copy's run log lists it after the toss, or None before."""
+    if "order of shuffled cards:" not in log:
+        return None
+    at = log.index("order of shuffled cards:")
+    cards = [re.match(r"^card \d\d: (\d\d)$", line) for line in log[at + 1:at + 33]]
+    return [int(card.group(1)) for card in cards] if len(cards) == 32 and all(cards) else None
+
+
+def deck_read_too_early_by(copies):
+    """None until both copies' logs list the deck; then whether the brown
+    copy read it too early."""
+    logs = [c.log_lines() for c in copies]
+    decks = [logged_deck(log) for log in logs]
+    if not all(decks):
+        return None
+    green = 0 if any(" plays with the green army at " in line for line in logs[0]) else 1
+    return deck_read_too_early(decks[green], decks[1 - green])
+
+
 # -- the position as a saved game holds it --------------------------------
 
 

@@ -35,7 +35,7 @@ import unittest
 sys.dont_write_bytecode = True
 sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
 
-from game_session import (DEAL_ATTEMPTS, GameCopy, deck_read_too_early, parse_position,  # noqa: E402
+from game_session import (DEAL_ATTEMPTS, GameCopy, deck_read_too_early_by, parse_position,  # noqa: E402
                           position_differences)
 from link_session import local_ids  # noqa: E402
 from valkenhorn_session import Session, XServer, run_tests  # noqa: E402
@@ -45,6 +45,12 @@ GAMES = int(os.environ.get("VALKENHORN_COMPUTER_GAMES", "10"))
 TIME_SCALE = os.environ.get("VALKENHORN_COMPUTER_TIME_SCALE", "0.01")
 TURN_LIMIT = int(os.environ.get("VALKENHORN_COMPUTER_TURNS", "400"))
 GAME_PATIENCE = float(os.environ.get("VALKENHORN_COMPUTER_PATIENCE", "900"))
+
+# Each copy seeds its dice by the second of its start: two copies started in
+# the same (rounded) second mix the same dice table and, tossing in one second
+# too, would toss alike forever. The second copy starts this long after the
+# first.
+START_GAP = 2.2
 
 # From the bottom of the deck to its top: 2, 8 and 17 are drawn last.
 DECK = [2, 8, 17] + [card for card in range(1, 33) if card not in (2, 8, 17)]
@@ -171,28 +177,8 @@ class GameOutcome:
         self.outputs = outputs
 
 
-def logged_deck(log):
-    """The deck as a copy's run log lists it after the toss, or None before."""
-    if "order of shuffled cards:" not in log:
-        return None
-    at = log.index("order of shuffled cards:")
-    cards = [re.match(r"^card \d\d: (\d\d)$", line) for line in log[at + 1:at + 33]]
-    return [int(card.group(1)) for card in cards] if len(cards) == 32 and all(cards) else None
-
-
 class DealLost(Exception):
     """The brown copy read the deck before the green one had written it all."""
-
-
-def deck_read_too_early_by(copies):
-    """None until both copies' logs list the deck; then whether the brown
-    copy read it too early."""
-    logs = [c.log_lines() for c in copies]
-    decks = [logged_deck(log) for log in logs]
-    if not all(decks):
-        return None
-    green = 0 if any(" plays with the green army at " in line for line in logs[0]) else 1
-    return deck_read_too_early(decks[green], decks[1 - green])
 
 
 class ComputerGames(unittest.TestCase):
@@ -229,10 +215,8 @@ class ComputerGames(unittest.TestCase):
         b = ComputerCopy(root, "Bravo", shared, level_b)
         copies = (a, b)
         try:
-            # Each copy seeds its dice by the second of its start: two copies
-            # started in the same second would throw alike and toss forever.
             a.start()
-            time.sleep(2.2)
+            time.sleep(START_GAP)
             b.start()
             started = False
             dealt = False
@@ -371,9 +355,7 @@ class RealAgainstComputer(unittest.TestCase):
         started_at = time.monotonic()
         anna.start()
         anna.wait_started(60)
-        # Two copies started in the same second mix the same dice table and,
-        # tossing in one second too, would toss alike forever.
-        time.sleep(max(0.0, started_at + 2.2 - time.monotonic()))
+        time.sleep(max(0.0, started_at + START_GAP - time.monotonic()))
         computer.start()
         anna.go_online()
 

@@ -29,7 +29,7 @@ sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
 from game_session import (ANCHORS, CAMP, CAMP_PLACES, COMMANDO, DEAL_ATTEMPTS, DIE_CONTROLS,  # noqa: E402
                           FLAG_TEXT, FLAG_TITLE, GENIE, HQ, HQ_PLACES, INFANTRY, INFANTRY2, ISLAND,
                           ISLAND_ANCHORS, JEEP, MINE_TEXT, MINE_TITLE, RESUME_TEXT, RESUME_TITLE, SEPARATOR_62,
-                          STOP_TEXT, STOP_TITLE, TANK, FolderWatch, GameCopy, army_value, deck_read_too_early,
+                          STOP_TEXT, STOP_TITLE, TANK, FolderWatch, GameCopy, army_value, deck_read_too_early_by,
                           expect_lines_from, field_mark, game_lines, in_view, new_game_sections,
                           opponent_action_lines, own_action_lines, position_differences, rect_of,
                           seen_from_the_other_side, set_army_value, set_vehicle, veh_key, vehicle_on_field)
@@ -207,8 +207,7 @@ class GameTest(unittest.TestCase):
         """Whether the brown copy read the deck too early in this attempt of
         DEAL_ATTEMPTS; if so, both copies are closed and the test has new
         homes and a new folder for the next attempt."""
-        if attempt == DEAL_ATTEMPTS or not deck_read_too_early(green.state()["CompassStack"],
-                                                               brown.state()["CompassStack"]):
+        if attempt == DEAL_ATTEMPTS or not deck_read_too_early_by((green, brown)):
             return False
         print("attempt %d: %s read the deck before %s had written it all; the game starts again"
               % (attempt, brown.label, green.label), file=sys.stderr)
@@ -249,7 +248,7 @@ class GameTest(unittest.TestCase):
         """A new game between anna (green) and bert (brown) with the dice of
         the script; returns (green, brown). A game whose deck bert read too
         early is started again on new homes and folder (see
-        deck_read_too_early), at most DEAL_ATTEMPTS times in all."""
+        deck_read_too_early_by), at most DEAL_ATTEMPTS times in all."""
         for attempt in range(1, DEAL_ATTEMPTS + 1):
             a, b = self.pair(dice_of(script, TOSS_ANNA, 1), dice_of(script, TOSS_BERT, 2), folders,
                              timeout=2 * self.PATIENCE)
